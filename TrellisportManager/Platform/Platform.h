@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Platform/Environment.h"
+#include "Platform/Executor.h"
+#include "Platform/HttpSession.h"
+#include "Platform/LinkOpener.h"
+#include "Platform/TextRules.h"
+
+#include <memory>
+
+namespace trellisport::platform {
+
+/// What the application needs of the system it runs on. Each folder beside this file implements it
+/// for one system; the build picks the folder.
+class Platform {
+public:
+    Platform() = default;
+    Platform(const Platform &) = delete;
+    Platform &operator=(const Platform &) = delete;
+    virtual ~Platform() = default;
+
+    /// The platform that was built in, made on first use and kept for the life of the process.
+    /// Each part of it is made when it is first asked for.
+    [[nodiscard]] static Platform &current();
+
+    [[nodiscard]] virtual std::shared_ptr<HttpSession> httpSession() = 0;
+    [[nodiscard]] virtual Executor &executor() = 0;
+    [[nodiscard]] virtual const TextRules &textRules() = 0;
+    [[nodiscard]] virtual const Environment &environment() = 0;
+    [[nodiscard]] virtual LinkOpener &linkOpener() = 0;
+    [[nodiscard]] virtual Clock &clock() = 0;
+};
+
+}  // namespace trellisport::platform

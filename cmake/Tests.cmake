@@ -1,0 +1,21 @@
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# trellisport_add_test(NAME SOURCES file... LINK target...)
+# A GoogleTest program; its cases appear in ctest as NAME.Suite.Case.
+# QT: the tests need an event loop; the program then has a QCoreApplication (tests/Support).
+function(trellisport_add_test name)
+    cmake_parse_arguments(arg "QT" "TIMEOUT" "SOURCES;LINK" ${ARGN})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE trellisport_warnings GTest::gmock ${arg_LINK})
+    if(arg_QT)
+        target_link_libraries(${name} PRIVATE trellisport_test_support)
+    else()
+        target_link_libraries(${name} PRIVATE GTest::gmock_main)
+    endif()
+    gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()
