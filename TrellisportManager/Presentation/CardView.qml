@@ -1,0 +1,37 @@
+import QtQuick
+
+// A titled card: the title in bold above its content, framed. Its height follows the content.
+Surface {
+    id: root
+
+    property string title
+    // One item; it is given the card's inner width.
+    property Component content
+    readonly property Item contentItem: loader.item as Item
+
+    implicitHeight: column.implicitHeight + 2 * Metrics.inset
+
+    Column {
+        id: column
+
+        x: Metrics.inset
+        y: Metrics.inset
+        width: parent.width - 2 * Metrics.inset
+        spacing: Metrics.spacing
+
+        StyledText {
+            objectName: "cardTitle"
+            width: parent.width
+            text: root.title
+            textStyle: Typography.Caption
+            weight: Font.Bold
+            color: Palette.white
+        }
+        Loader {
+            id: loader
+
+            width: parent.width
+            sourceComponent: root.content
+        }
+    }
+}

@@ -1,0 +1,76 @@
+import QtQuick
+
+// A screen's page: a title bar over one scroll area that fills the page, with a large title that
+// collapses into the bar as the content scrolls, and pull to refresh where the screen offers it.
+Rectangle {
+    id: root
+
+    property string title
+    property bool largeTitle: true
+    property string backTitle
+    // The scroll area; it is laid over the whole page and its margins are kept by the page.
+    required property Flickable scrollArea
+    property alias refreshable: refresh.enabled
+    property alias refreshing: refresh.refreshing
+    signal refreshRequested
+    signal backRequested
+
+    readonly property real titleHeight: largeTitle ? Metrics.largeTitleHeight : 0
+    // How far the content has been scrolled from its resting place; below 0 while it is pulled.
+    readonly property real scrolled: scrollArea.contentY - scrollArea.originY + scrollArea.topMargin - refresh.restHeight
+
+    color: Palette.background
+
+    Item {
+        id: holder
+
+        anchors.fill: parent
+        children: [root.scrollArea]
+    }
+    Binding {
+        target: root.scrollArea
+        property: "width"
+        value: holder.width
+    }
+    Binding {
+        target: root.scrollArea
+        property: "height"
+        value: holder.height
+    }
+    Binding {
+        target: root.scrollArea
+        property: "topMargin"
+        value: bar.height + root.titleHeight + refresh.restHeight
+    }
+    LargeTitle {
+        id: large
+
+        visible: root.largeTitle && y + height > bar.height
+        y: bar.height - root.scrolled
+        x: SafeArea.left
+        width: parent.width - SafeArea.left - SafeArea.right
+        title: root.title
+    }
+    PullToRefresh {
+        id: refresh
+
+        flickable: root.scrollArea
+        contentTop: bar.height + root.titleHeight
+        enabled: false
+        onTriggered: root.refreshRequested()
+    }
+    TitleBar {
+        id: bar
+
+        width: parent.width
+        title: root.title
+        backTitle: root.backTitle
+        headlineOpacity: root.largeTitle ? Math.max(0, Math.min(1, (root.scrolled - root.titleHeight + 16) / 12)) : 1
+        onBackRequested: root.backRequested()
+    }
+    Shortcut {
+        sequences: [StandardKey.Refresh]
+        enabled: root.visible && refresh.enabled && !refresh.refreshing
+        onActivated: root.refreshRequested()
+    }
+}

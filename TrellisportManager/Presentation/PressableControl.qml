@@ -1,0 +1,37 @@
+import QtQuick
+import QtQuick.Templates as T
+
+// The base of everything that is pressed: dimmed while it is, at least 44 by 44 to the finger
+// whatever it draws, reached by Tab, pressed by Space, Return or a screen reader.
+T.AbstractButton {
+    id: control
+
+    implicitWidth: Math.max(implicitBackgroundWidth, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: Math.max(implicitBackgroundHeight, implicitContentHeight + topPadding + bottomPadding)
+    focusPolicy: Qt.TabFocus
+    opacity: down ? 0.5 : 1
+    containmentMask: touchArea
+
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
+    // The toolkit announces Press and then does nothing with it before Qt 6.5.
+    Accessible.onPressAction: {
+        if (control.enabled)
+            control.clicked();
+    }
+
+    Item {
+        id: touchArea
+
+        x: Math.min(0, (control.width - Metrics.touchTarget) / 2)
+        y: Math.min(0, (control.height - Metrics.touchTarget) / 2)
+        width: Math.max(control.width, Metrics.touchTarget)
+        height: Math.max(control.height, Metrics.touchTarget)
+    }
+    FocusRing {
+        control: control
+    }
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace trellisport {
+
+/// The strips along the window's edges, in points, that a notch, a home indicator or rounded
+/// corners take: backgrounds reach under them, content stays out of them.
+class SafeArea : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(double top MEMBER m_top NOTIFY changed FINAL)
+    Q_PROPERTY(double bottom MEMBER m_bottom NOTIFY changed FINAL)
+    Q_PROPERTY(double left MEMBER m_left NOTIFY changed FINAL)
+    Q_PROPERTY(double right MEMBER m_right NOTIFY changed FINAL)
+public:
+    using QObject::QObject;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    double m_top = 0;
+    double m_bottom = 0;
+    double m_left = 0;
+    double m_right = 0;
+};
+
+}  // namespace trellisport

@@ -1,0 +1,10 @@
+import QtQuick
+
+// An indeterminate progress indicator, 20 across.
+SpinnerImage {
+    implicitWidth: 20
+    implicitHeight: 20
+
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: qsTr("Loading")
+}

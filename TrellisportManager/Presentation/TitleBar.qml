@@ -1,0 +1,96 @@
+import QtQuick
+
+// The bar at a screen's top: a centred headline, and in a pushed screen the way back.
+Rectangle {
+    id: root
+
+    property string title
+    // How much of the headline is seen, 0 (the large title still shows) to 1.
+    property real headlineOpacity: 1
+    // The previous screen's title; empty where there is none to go back to.
+    property string backTitle
+    signal backRequested
+
+    implicitHeight: SafeArea.top + Metrics.titleBarHeight
+    color: Palette.background
+
+    Item {
+        id: bar
+
+        readonly property real sideWidth: back.visible ? back.width + 8 : 16
+
+        anchors.left: parent.left
+        anchors.leftMargin: SafeArea.left
+        anchors.right: parent.right
+        anchors.rightMargin: SafeArea.right
+        anchors.bottom: parent.bottom
+        height: Metrics.titleBarHeight
+
+        PressableControl {
+            id: back
+
+            objectName: "backButton"
+            visible: root.backTitle.length > 0
+            x: 8
+            height: parent.height
+            width: Math.min(implicitWidth, parent.width * 0.4)
+            onClicked: root.backRequested()
+            Accessible.name: root.backTitle
+
+            contentItem: Item {
+                implicitWidth: backLabel.x + backLabel.implicitWidth
+                implicitHeight: Metrics.titleBarHeight
+
+                SymbolImage {
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 20
+                    height: 20
+                    symbol: "chevron.left"
+                    color: Palette.accent
+                }
+                StyledText {
+                    id: backLabel
+
+                    x: 22
+                    width: Math.min(implicitWidth, parent.width - x)
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: root.backTitle
+                    color: Palette.accent
+                    elide: Text.ElideRight
+                    wrapMode: Text.NoWrap
+                    Accessible.ignored: true
+                }
+            }
+        }
+        Text {
+            id: headline
+
+            readonly property real room: parent.width - 2 * bar.sideWidth
+
+            objectName: "headline"
+            // Centred in the bar where there is room, else beside the back control.
+            x: implicitWidth <= room ? (parent.width - width) / 2 : bar.sideWidth
+            width: Math.min(implicitWidth, parent.width - bar.sideWidth - 16)
+            anchors.verticalCenter: parent.verticalCenter
+            text: root.title
+            textFormat: Text.PlainText
+            font: Typography.font(Typography.Headline, 0, false)
+            color: Palette.white
+            opacity: root.headlineOpacity
+            elide: Text.ElideRight
+            maximumLineCount: 1
+
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+            Accessible.ignored: opacity === 0
+        }
+    }
+    Rectangle {
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        height: 0.5
+        color: Palette.separator
+        opacity: root.headlineOpacity
+    }
+}

@@ -1,0 +1,70 @@
+#include "Presentation/Typography.h"
+
+#include <QFontDatabase>
+
+#include <array>
+
+namespace trellisport {
+
+namespace {
+
+struct Style {
+    double size;
+    double lineHeight;
+    int weight;
+};
+
+// In the order of Typography::TextStyle.
+constexpr std::array styles{
+    Style{34, 41, QFont::Normal}, Style{28, 34, QFont::Normal}, Style{22, 28, QFont::Normal},
+    Style{20, 25, QFont::Normal}, Style{17, 22, QFont::DemiBold}, Style{17, 22, QFont::Normal},
+    Style{16, 21, QFont::Normal}, Style{15, 20, QFont::Normal}, Style{13, 18, QFont::Normal},
+    Style{12, 16, QFont::Normal}, Style{11, 13, QFont::Normal},
+};
+
+const Style &values(Typography::TextStyle style)
+{
+    return styles.at(static_cast<std::size_t>(style));
+}
+
+QFont makeFont(double size, int weight, bool monospaced)
+{
+    static const QStringList proportional{QStringLiteral("Inter"), QStringLiteral("sans-serif")};
+    static const QStringList fixed{QStringLiteral("JetBrains Mono"), QStringLiteral("monospace")};
+    QFont font;
+    font.setFamilies(monospaced ? fixed : proportional);
+    font.setStyleHint(monospaced ? QFont::Monospace : QFont::SansSerif);
+    font.setPixelSize(qRound(size));
+    font.setWeight(static_cast<QFont::Weight>(weight));
+    if (monospaced) {
+        // Code is read character by character: "->" stays two characters.
+        font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferDefault));
+        font.setFixedPitch(true);
+    }
+    return font;
+}
+
+}  // namespace
+
+double Typography::size(TextStyle style)
+{
+    return values(style).size;
+}
+
+double Typography::lineHeight(TextStyle style)
+{
+    return values(style).lineHeight;
+}
+
+QFont Typography::font(TextStyle style, int weight, bool monospaced)
+{
+    const Style &s = values(style);
+    return makeFont(s.size, weight == 0 ? s.weight : weight, monospaced);
+}
+
+QFont Typography::systemFont(double size, int weight, bool monospaced)
+{
+    return makeFont(size, weight == 0 ? int(QFont::Normal) : weight, monospaced);
+}
+
+}  // namespace trellisport

@@ -1,0 +1,33 @@
+#include "Shell/ContentViewModel.h"
+
+namespace trellisport {
+
+namespace {
+constexpr int projectsTab = 1;
+}
+
+ContentViewModel::ContentViewModel()
+    : ContentViewModel(NotificationManager::shared())
+{
+}
+
+ContentViewModel::ContentViewModel(NotificationManager &notifications, QObject *parent)
+    : QObject(parent)
+    , m_notifications(notifications)
+{
+    connect(&m_notifications, &NotificationManager::pendingProjectIdChanged, this, [this] {
+        if (m_notifications.pendingProjectId()) {
+            setSelectedTab(projectsTab);
+        }
+    });
+}
+
+void ContentViewModel::setSelectedTab(int tab)
+{
+    if (m_selectedTab != tab) {
+        m_selectedTab = tab;
+        Q_EMIT selectedTabChanged();
+    }
+}
+
+}  // namespace trellisport

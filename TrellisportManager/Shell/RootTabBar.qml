@@ -1,0 +1,61 @@
+import QtQuick
+import QtQuick.Templates as T
+import TrellisportManager.Presentation
+
+// The three root tabs at the window's foot.
+Rectangle {
+    id: root
+
+    property int selectedTab: 0
+    signal selected(int tab)
+
+    implicitHeight: Metrics.tabBarHeight + SafeArea.bottom
+    color: Palette.background
+
+    Rectangle {
+        width: parent.width
+        height: 0.5
+        color: Palette.separator
+    }
+    T.TabBar {
+        id: bar
+
+        x: SafeArea.left + (parent.width - SafeArea.left - SafeArea.right - width) / 2
+        width: Math.min(parent.width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
+        height: Metrics.tabBarHeight
+        currentIndex: root.selectedTab
+        onCurrentIndexChanged: {
+            if (currentIndex !== root.selectedTab)
+                root.selected(currentIndex);
+        }
+
+        contentItem: Row {
+            Repeater {
+                model: bar.contentModel
+            }
+        }
+
+        RootTabButton {
+            width: bar.width / 3
+            text: qsTr("Dashboard")
+            symbol: "chart.bar.fill"
+        }
+        RootTabButton {
+            width: bar.width / 3
+            text: qsTr("Projects")
+            symbol: "folder.fill"
+        }
+        RootTabButton {
+            width: bar.width / 3
+            text: qsTr("Settings")
+            symbol: "gearshape.fill"
+        }
+    }
+    Connections {
+        function onSelectedTabChanged(): void {
+            bar.setCurrentIndex(root.selectedTab);
+        }
+
+        target: root
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick
+import QtQuick.Templates as T
+import TrellisportManager.Presentation
+
+// One root tab: a symbol above its label, in the tint while it is the selected one.
+T.TabButton {
+    id: control
+
+    required property string symbol
+    readonly property color tint: checked ? Palette.accent : Palette.gray
+
+    implicitWidth: Metrics.touchTarget
+    implicitHeight: Metrics.tabBarHeight
+    focusPolicy: Qt.TabFocus
+    opacity: down ? 0.5 : 1
+
+    Accessible.onPressAction: control.toggle()
+    Keys.onReturnPressed: control.toggle()
+    Keys.onEnterPressed: control.toggle()
+
+    contentItem: Item {
+        SymbolImage {
+            objectName: "symbol"
+            anchors.horizontalCenter: parent.horizontalCenter
+            y: 5
+            width: 25
+            height: 25
+            symbol: control.symbol
+            color: control.tint
+        }
+        StyledText {
+            objectName: "label"
+            width: parent.width
+            y: 33
+            horizontalAlignment: Text.AlignHCenter
+            text: control.text
+            systemSize: 10
+            weight: Font.Medium
+            color: control.tint
+            Accessible.ignored: true
+        }
+    }
+    FocusRing {
+        control: control
+        anchors.margins: 2
+    }
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+}
