@@ -18,4 +18,11 @@ template <typename Record, typename Value>
     return {member, key};
 }
 
-}  // namespace trellisport
+/// A type with a list of fields named `fields`.
+template <typename T>
+concept Record = requires
+{
+    T::fields;
+};
+
+} // namespace trellisport
