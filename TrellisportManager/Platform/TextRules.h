@@ -1,10 +1,23 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace trellisport::platform {
+
+/// Looks for one part in any number of texts, prepared once for all of them. One thread at a time.
+class TextSearch {
+public:
+    TextSearch() = default;
+    TextSearch(const TextSearch &) = delete;
+    TextSearch &operator=(const TextSearch &) = delete;
+    virtual ~TextSearch() = default;
+
+    /// Whether text holds the part (see TextRules::search).
+    [[nodiscard]] virtual bool isIn(std::string_view text) = 0;
+};
 
 /// Text operations by the rules of the user's language. All texts are UTF-8; what is not valid
 /// UTF-8 counts as U+FFFD. Any thread.
@@ -15,12 +28,20 @@ public:
     TextRules &operator=(const TextRules &) = delete;
     virtual ~TextRules() = default;
 
-    /// Whether text holds part, letter case ignored by the language's rules, composed and
-    /// decomposed spellings alike. An empty part is held by no text.
-    [[nodiscard]] virtual bool containsIgnoringCase(std::string_view text,
-                                                    std::string_view part) const = 0;
+    /// A search for part: letter case ignored by the language's rules, composed and decomposed
+    /// spellings alike, accents told apart, whole characters only (an "e" is not in "é"). An empty
+    /// part is held by no text. The search may outlive the rules.
+    [[nodiscard]] virtual std::unique_ptr<TextSearch> search(std::string_view part) const = 0;
 
-    /// The first letter of each word in upper (title) case, all others in lower case.
+    /// The same for one text. Where there are many, make one search for them.
+    [[nodiscard]] bool containsIgnoringCase(std::string_view text, std::string_view part) const
+    {
+        return search(part)->isIn(text);
+    }
+
+    /// The first letter of each word in upper (title) case, all others in lower case. Words are
+    /// those of the Unicode word rules, by which an apostrophe within letters parts nothing:
+    /// "o'neil's bid-plan" becomes "O'neil's Bid-Plan".
     [[nodiscard]] virtual std::string capitalized(std::string_view text) const = 0;
     [[nodiscard]] virtual std::string uppercased(std::string_view text) const = 0;
     [[nodiscard]] virtual std::string lowercased(std::string_view text) const = 0;

@@ -7,9 +7,9 @@ namespace trellisport {
 
 /// Where the service is, checked.
 struct ServiceAddress {
-    std::string baseURL;  ///< https://host[:port]/api/v1
-    std::string host;     ///< the host name alone, without a port
-    std::string webURL;   ///< https://host[:port], the service's web dashboard
+    std::string baseURL; ///< https://host[:port]/api/v1, as it was given
+    std::string host;    ///< the host alone, without a port; an IPv6 address with its brackets
+    std::string webURL;  ///< https://host[:port], the service's web dashboard
 };
 
 /// Checks a base URL: an absolute https URL whose path is /api/v1, with no trailing slash, no user
@@ -17,4 +17,4 @@ struct ServiceAddress {
 /// Throws std::invalid_argument whose what() is one sentence that says what is wrong.
 [[nodiscard]] ServiceAddress parseServiceAddress(std::string_view baseURL);
 
-}  // namespace trellisport
+} // namespace trellisport
