@@ -19,3 +19,14 @@ function(trellisport_add_test name)
     gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
         PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
+
+# trellisport_add_qml_test(NAME SOURCES file... LINK target...)
+# Tests that draw, without a display: the program has a QGuiApplication (tests/QmlSupport).
+function(trellisport_add_qml_test name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE
+        trellisport_warnings trellisport_qml_test_support trellisport_test_fakes ${arg_LINK})
+    gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()

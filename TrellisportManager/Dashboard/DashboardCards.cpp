@@ -1,7 +1,7 @@
 #include "Dashboard/DashboardCards.h"
 
+#include "Presentation/Colors.h"
 #include "Presentation/Money.h"
-#include "Presentation/Palette.h"
 
 #include <string>
 
@@ -32,4 +32,4 @@ QList<RevenueCardData> revenueCards(const DashboardData &data)
     };
 }
 
-}  // namespace trellisport
+} // namespace trellisport

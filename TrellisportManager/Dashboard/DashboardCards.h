@@ -41,4 +41,4 @@ public:
 /// The two money tiles.
 [[nodiscard]] QList<RevenueCardData> revenueCards(const DashboardData &data);
 
-}  // namespace trellisport
+} // namespace trellisport

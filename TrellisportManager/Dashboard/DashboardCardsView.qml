@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import TrellisportManager.Presentation
+import TrellisportManager.Dashboard
 
 // The six statistic tiles in three columns, and the two money tiles below them.
 Item {

@@ -1,5 +1,6 @@
 import QtQuick
 import TrellisportManager.Presentation
+import TrellisportManager.Dashboard
 
 Screen {
     id: root
@@ -78,7 +79,7 @@ Screen {
                 y: Metrics.inset
                 width: Math.min(implicitWidth, parent.width - 2 * Metrics.inset)
                 text: root.viewModel.error
-                color: Palette.red
+                color: Colors.red
                 Accessible.role: Accessible.AlertMessage
             }
         }

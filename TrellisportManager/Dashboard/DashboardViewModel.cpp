@@ -98,4 +98,4 @@ void DashboardViewModel::fail(const std::exception &failure)
     Q_EMIT changed();
 }
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -37,7 +37,8 @@ public:
     [[nodiscard]] QList<RevenueCardData> revenueCards() const;
     [[nodiscard]] bool isRefreshing() const { return m_refreshes > 0; }
 
-    /// Loads the summary once. A failure becomes the error text; the last summary is kept behind it.
+    /// Loads the summary once. A failure becomes the error text; the last summary is kept behind
+    /// it.
     QCoro::Task<> loadData(CancellationToken cancellation = {});
 
     /// The owner pulled: a load that keeps the indicator until it ends.
@@ -62,4 +63,4 @@ private:
     std::unique_ptr<platform::Timer> m_timer;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

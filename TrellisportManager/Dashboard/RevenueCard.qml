@@ -27,7 +27,7 @@ Surface {
             horizontalAlignment: Text.AlignHCenter
             text: root.title
             textStyle: Typography.Caption
-            color: Palette.gray
+            color: Colors.gray
         }
         FigureText {
             objectName: "amount"

@@ -33,7 +33,7 @@ Surface {
             horizontalAlignment: Text.AlignHCenter
             text: root.label
             textStyle: Typography.Caption
-            color: Palette.gray
+            color: Colors.gray
         }
     }
 }

@@ -39,4 +39,4 @@ void NotificationManager::setPendingTab(std::optional<std::string> tab)
     }
 }
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -44,4 +44,4 @@ private:
     std::optional<std::string> m_pendingTab;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // A titled card: the title in bold above its content, framed. Its height follows the content.
 Surface {
@@ -25,7 +26,7 @@ Surface {
             text: root.title
             textStyle: Typography.Caption
             weight: Font.Bold
-            color: Palette.white
+            color: Colors.white
         }
         Loader {
             id: loader

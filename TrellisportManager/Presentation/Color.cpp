@@ -21,7 +21,7 @@ std::optional<unsigned> hexDigit(char c)
     return std::nullopt;
 }
 
-}  // namespace
+} // namespace
 
 QColor colorFromHex(std::string_view digits)
 {
@@ -42,4 +42,4 @@ QColor colorFromHex(std::string_view digits)
                   static_cast<int>(value & 0xFFU));
 }
 
-}  // namespace trellisport
+} // namespace trellisport

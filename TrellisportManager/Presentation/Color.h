@@ -14,4 +14,4 @@ namespace trellisport {
 /// "FFF" is (0, 15, 255), and an alpha pair at the end is taken as blue.
 [[nodiscard]] QColor colorFromHex(std::string_view digits);
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // Shows which control has the keyboard. Fill the control with it.
 Rectangle {
@@ -11,5 +12,5 @@ Rectangle {
     color: "transparent"
     radius: 8
     border.width: 2
-    border.color: Palette.white
+    border.color: Colors.white
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // The large title that scrolls away under the title bar.
 Item {
@@ -9,6 +10,7 @@ Item {
     implicitHeight: Metrics.largeTitleHeight
 
     Text {
+        objectName: "largeTitle"
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.leftMargin: Metrics.inset
@@ -20,7 +22,7 @@ Item {
         text: root.title
         textFormat: Text.PlainText
         font: Typography.font(Typography.LargeTitle, Font.Bold, false)
-        color: Palette.white
+        color: Colors.white
         elide: Text.ElideRight
         maximumLineCount: 1
 

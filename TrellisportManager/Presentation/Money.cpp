@@ -7,4 +7,4 @@ QString moneyText(double amount, int decimals)
     return QLatin1Char('$') + QString::asprintf("%.*f", decimals, amount);
 }
 
-}  // namespace trellisport
+} // namespace trellisport

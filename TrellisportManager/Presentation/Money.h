@@ -8,4 +8,4 @@ namespace trellisport {
 /// whatever the user's language: 1234.5 gives $1234.50, -12 gives $-12.00.
 [[nodiscard]] QString moneyText(double amount, int decimals = 2);
 
-}  // namespace trellisport
+} // namespace trellisport

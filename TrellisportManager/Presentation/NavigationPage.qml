@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // A screen's page: a title bar over one scroll area that fills the page, with a large title that
 // collapses into the bar as the content scrolls, and pull to refresh where the screen offers it.
@@ -15,11 +16,12 @@ Rectangle {
     signal refreshRequested
     signal backRequested
 
+    readonly property real safeWidth: width - SafeArea.left - SafeArea.right
     readonly property real titleHeight: largeTitle ? Metrics.largeTitleHeight : 0
     // How far the content has been scrolled from its resting place; below 0 while it is pulled.
     readonly property real scrolled: scrollArea.contentY - scrollArea.originY + scrollArea.topMargin - refresh.restHeight
 
-    color: Palette.background
+    color: Colors.background
 
     Item {
         id: holder
@@ -47,8 +49,8 @@ Rectangle {
 
         visible: root.largeTitle && y + height > bar.height
         y: bar.height - root.scrolled
-        x: SafeArea.left
-        width: parent.width - SafeArea.left - SafeArea.right
+        x: SafeArea.left + (root.safeWidth - width) / 2
+        width: Math.min(root.safeWidth, Metrics.readableWidth)
         title: root.title
     }
     PullToRefresh {

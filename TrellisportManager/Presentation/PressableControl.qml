@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import TrellisportManager.Presentation
 
 // The base of everything that is pressed: dimmed while it is, at least 44 by 44 to the finger
 // whatever it draws, reached by Tab, pressed by Space, Return or a screen reader.

@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // Pulling a scroll area down past its top asks for a reload; the spinner follows the finger, and
 // the content rests below it until the reload has ended.

@@ -28,4 +28,4 @@ private:
     double m_right = 0;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // The frame of a screen or tab that loads something: its model loads each time it comes into view
 // and stops when it goes.

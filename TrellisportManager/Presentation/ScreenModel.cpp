@@ -37,4 +37,4 @@ void ScreenModel::endLoading()
     }
 }
 
-}  // namespace trellisport
+} // namespace trellisport

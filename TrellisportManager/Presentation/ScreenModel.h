@@ -48,4 +48,4 @@ private:
     std::optional<CancellationSource> m_appearance;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

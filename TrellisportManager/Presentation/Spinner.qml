@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // An indeterminate progress indicator, 20 across.
 SpinnerImage {

@@ -11,7 +11,7 @@ namespace trellisport {
 namespace {
 constexpr int spokes = 8;
 constexpr int turnMilliseconds = 800;
-}  // namespace
+} // namespace
 
 SpinnerImage::SpinnerImage(QQuickItem *parent)
     : QQuickPaintedItem(parent)
@@ -98,4 +98,4 @@ void SpinnerImage::updateTimer()
     }
 }
 
-}  // namespace trellisport
+} // namespace trellisport

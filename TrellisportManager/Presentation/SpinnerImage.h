@@ -47,4 +47,4 @@ private:
     QBasicTimer m_timer;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // A project's status word on a faint ground of its colour.
 Rectangle {
@@ -10,7 +11,7 @@ Rectangle {
     implicitWidth: label.implicitWidth + 12
     implicitHeight: label.implicitHeight + 4
     radius: 4
-    color: Palette.faded(statusColor, 0.2)
+    color: Colors.faded(statusColor, 0.2)
 
     StyledText {
         id: label

@@ -1,7 +1,7 @@
 #include "Presentation/StatusStyle.h"
 
 #include "Platform/Platform.h"
-#include "Presentation/Palette.h"
+#include "Presentation/Colors.h"
 
 #include <algorithm>
 #include <array>
@@ -59,4 +59,4 @@ QString StatusStyle::label(const QString &status) const
     return QString::fromStdString(statusLabel(status.toStdString(), m_rules));
 }
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -39,4 +39,4 @@ private:
     const platform::TextRules &m_rules;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // Every text that the screens show. Plain text always: what a server sends is never interpreted.
 Text {
@@ -16,7 +17,7 @@ Text {
     lineHeightMode: Text.FixedHeight
     lineHeight: systemSize > 0 ? Typography.systemLineHeight(systemSize)
                                : Typography.lineHeight(textStyle)
-    color: Palette.white
+    color: Colors.white
     textFormat: Text.PlainText
     wrapMode: Text.Wrap
 

@@ -1,13 +1,14 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // A filled, rounded ground with an optional outline drawn inside its edge.
 Rectangle {
     id: root
 
     property real outlineWidth: 1
-    property color outlineColor: Palette.hairline
+    property color outlineColor: Colors.hairline
 
-    color: Palette.surface
+    color: Colors.surface
     radius: 10
     border.width: outlineWidth
     border.color: outlineWidth > 0 ? outlineColor : "transparent"

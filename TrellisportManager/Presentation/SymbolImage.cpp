@@ -41,4 +41,4 @@ void SymbolImage::paint(QPainter *painter)
     painter->fillPath(symbolPath(m_symbol), m_color);
 }
 
-}  // namespace trellisport
+} // namespace trellisport

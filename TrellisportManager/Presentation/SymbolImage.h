@@ -32,4 +32,4 @@ private:
     QColor m_color = Qt::white;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -13,7 +13,15 @@ namespace trellisport {
 
 namespace {
 
+// Shapes are combined on a much finer grid than they are named on: the toolkit turns curves into
+// short lines when it combines them, and on the fine grid nobody sees those.
+constexpr double fine = 64;
 constexpr QPointF centre{12, 12};
+
+QPainterPath magnified(const QPainterPath &path)
+{
+    return QTransform::fromScale(fine, fine).map(path);
+}
 
 QPointF onCircle(double radius, double turn)
 {
@@ -25,7 +33,7 @@ QPainterPath circle(double radius)
 {
     QPainterPath path;
     path.addEllipse(centre, radius, radius);
-    return path;
+    return magnified(path);
 }
 
 /// A line with round ends and corners, as an outline.
@@ -37,31 +45,46 @@ QPainterPath stroked(std::initializer_list<QPointF> points, double width)
     stroker.setWidth(width);
     stroker.setCapStyle(Qt::RoundCap);
     stroker.setJoinStyle(Qt::RoundJoin);
-    return stroker.createStroke(line).simplified();
+    return magnified(stroker.createStroke(line)).simplified();
+}
+
+QPainterPath roundedBox(const QRectF &box, double radius)
+{
+    QPainterPath path;
+    path.addRoundedRect(box, radius, radius);
+    return magnified(path);
+}
+
+QPainterPath box(const QRectF &box)
+{
+    return roundedBox(box, 0);
+}
+
+/// A closed outline whose corners are softened by a line of this width around it.
+QPainterPath softened(const QPolygonF &outline, double width)
+{
+    QPainterPath sharp;
+    sharp.addPolygon(outline);
+    sharp.closeSubpath();
+    QPainterPathStroker stroker;
+    stroker.setWidth(width);
+    stroker.setJoinStyle(Qt::RoundJoin);
+    return magnified(sharp).united(magnified(stroker.createStroke(sharp)));
 }
 
 QPainterPath bars()
 {
-    QPainterPath path;
-    path.addRoundedRect(QRectF(2.5, 12.5, 5, 8.5), 1.4, 1.4);
-    path.addRoundedRect(QRectF(9.5, 3, 5, 18), 1.4, 1.4);
-    path.addRoundedRect(QRectF(16.5, 8, 5, 13), 1.4, 1.4);
-    return path;
+    return roundedBox({2.5, 12.5, 5, 8.5}, 1.4)
+        .united(roundedBox({9.5, 3, 5, 18}, 1.4))
+        .united(roundedBox({16.5, 8, 5, 13}, 1.4));
 }
 
 QPainterPath folder()
 {
-    QPainterPath back;
-    back.addRoundedRect(QRectF(2, 4, 11, 8), 2.4, 2.4);
-    back.addRoundedRect(QRectF(2, 6, 20, 8), 2.4, 2.4);
-    back.setFillRule(Qt::WindingFill);
-    QPainterPath gap;
-    gap.addRect(QRectF(0, 8.9, 24, 1.3));
-    QPainterPath front;
-    front.addRoundedRect(QRectF(2, 10.2, 20, 10.3), 2.4, 2.4);
-    QPainterPath squareTop;
-    squareTop.addRect(QRectF(2, 10.2, 20, 4));
-    return back.simplified().subtracted(gap).subtracted(squareTop).united(front).united(squareTop);
+    const QPainterPath tab = roundedBox({2, 4, 9.5, 8}, 2.2);
+    const QPainterPath back = roundedBox({2, 6, 20, 8}, 2.4);
+    const QPainterPath front = roundedBox({2, 10.2, 20, 10.3}, 2.4).united(box({2, 10.2, 20, 4}));
+    return tab.united(back).subtracted(box({0, 8.9, 24, 6})).united(front);
 }
 
 QPainterPath gear()
@@ -73,14 +96,7 @@ QPainterPath gear()
         outline << onCircle(8.0, turn - 0.046) << onCircle(10.6, turn - 0.027)
                 << onCircle(10.6, turn + 0.027) << onCircle(8.0, turn + 0.046);
     }
-    QPainterPath toothed;
-    toothed.addPolygon(outline);
-    toothed.closeSubpath();
-    QPainterPathStroker softener;
-    softener.setWidth(0.9);
-    softener.setJoinStyle(Qt::RoundJoin);
-    const QPainterPath body = toothed.united(softener.createStroke(toothed)).united(circle(8.2));
-    return body.subtracted(circle(3.4));
+    return softened(outline, 0.9).united(circle(8.2)).subtracted(circle(3.4));
 }
 
 QPainterPath checkmarkCircle()
@@ -101,22 +117,19 @@ QPainterPath star()
     for (int point = 0; point < 5; ++point) {
         outline << onCircle(10.4, point / 5.0) << onCircle(4.5, (point + 0.5) / 5.0);
     }
-    QPainterPath sharp;
-    sharp.addPolygon(outline);
-    sharp.closeSubpath();
-    QPainterPathStroker softener;
-    softener.setWidth(1.0);
-    softener.setJoinStyle(Qt::RoundJoin);
-    return sharp.united(softener.createStroke(sharp));
+    return softened(outline, 1.0);
 }
 
 QPainterPath magnifier()
 {
+    const QPointF middle(10.2, 10.2);
     QPainterPath lens;
-    lens.addEllipse(QPointF(10.2, 10.2), 7.2, 7.2);
+    lens.addEllipse(middle, 7.2, 7.2);
     QPainterPath hole;
-    hole.addEllipse(QPointF(10.2, 10.2), 5.3, 5.3);
-    return lens.subtracted(hole).united(stroked({{15.2, 15.2}, {20.6, 20.6}}, 2.1));
+    hole.addEllipse(middle, 5.3, 5.3);
+    return magnified(lens)
+        .subtracted(magnified(hole))
+        .united(stroked({{15.2, 15.2}, {20.6, 20.6}}, 2.1));
 }
 
 QHash<QString, QPainterPath> allSymbols()
@@ -134,12 +147,18 @@ QHash<QString, QPainterPath> allSymbols()
     };
 }
 
-}  // namespace
+} // namespace
 
 QPainterPath symbolPath(const QString &name)
 {
-    static const QHash<QString, QPainterPath> symbols = allSymbols();
+    static const QHash<QString, QPainterPath> symbols = [] {
+        QHash<QString, QPainterPath> all = allSymbols();
+        for (QPainterPath &path : all) {
+            path = QTransform::fromScale(1 / fine, 1 / fine).map(path);
+        }
+        return all;
+    }();
     return symbols.value(name);
 }
 
-}  // namespace trellisport
+} // namespace trellisport

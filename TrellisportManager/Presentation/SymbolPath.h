@@ -10,4 +10,4 @@ namespace trellisport {
 /// chevron.left, chevron.right, magnifyingglass, xmark.circle.fill.
 [[nodiscard]] QPainterPath symbolPath(const QString &name);
 
-}  // namespace trellisport
+} // namespace trellisport

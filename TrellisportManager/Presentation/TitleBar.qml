@@ -1,4 +1,5 @@
 import QtQuick
+import TrellisportManager.Presentation
 
 // The bar at a screen's top: a centred headline, and in a pushed screen the way back.
 Rectangle {
@@ -12,7 +13,7 @@ Rectangle {
     signal backRequested
 
     implicitHeight: SafeArea.top + Metrics.titleBarHeight
-    color: Palette.background
+    color: Colors.background
 
     Item {
         id: bar
@@ -46,7 +47,7 @@ Rectangle {
                     width: 20
                     height: 20
                     symbol: "chevron.left"
-                    color: Palette.accent
+                    color: Colors.accent
                 }
                 StyledText {
                     id: backLabel
@@ -55,7 +56,7 @@ Rectangle {
                     width: Math.min(implicitWidth, parent.width - x)
                     anchors.verticalCenter: parent.verticalCenter
                     text: root.backTitle
-                    color: Palette.accent
+                    color: Colors.accent
                     elide: Text.ElideRight
                     wrapMode: Text.NoWrap
                     Accessible.ignored: true
@@ -75,7 +76,7 @@ Rectangle {
             text: root.title
             textFormat: Text.PlainText
             font: Typography.font(Typography.Headline, 0, false)
-            color: Palette.white
+            color: Colors.white
             opacity: root.headlineOpacity
             elide: Text.ElideRight
             maximumLineCount: 1
@@ -90,7 +91,7 @@ Rectangle {
         anchors.right: parent.right
         anchors.bottom: parent.bottom
         height: 0.5
-        color: Palette.separator
+        color: Colors.separator
         opacity: root.headlineOpacity
     }
 }

@@ -16,9 +16,9 @@ struct Style {
 
 // In the order of Typography::TextStyle.
 constexpr std::array styles{
-    Style{34, 41, QFont::Normal}, Style{28, 34, QFont::Normal}, Style{22, 28, QFont::Normal},
+    Style{34, 41, QFont::Normal}, Style{28, 34, QFont::Normal},   Style{22, 28, QFont::Normal},
     Style{20, 25, QFont::Normal}, Style{17, 22, QFont::DemiBold}, Style{17, 22, QFont::Normal},
-    Style{16, 21, QFont::Normal}, Style{15, 20, QFont::Normal}, Style{13, 18, QFont::Normal},
+    Style{16, 21, QFont::Normal}, Style{15, 20, QFont::Normal},   Style{13, 18, QFont::Normal},
     Style{12, 16, QFont::Normal}, Style{11, 13, QFont::Normal},
 };
 
@@ -37,14 +37,15 @@ QFont makeFont(double size, int weight, bool monospaced)
     font.setPixelSize(qRound(size));
     font.setWeight(static_cast<QFont::Weight>(weight));
     if (monospaced) {
-        // Code is read character by character: "->" stays two characters.
-        font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferDefault));
+        // Code is read character by character: without shaping "->" stays what was written, where
+        // the font would draw an arrow. Scripts that need shaping keep it.
+        font.setStyleStrategy(QFont::PreferNoShaping);
         font.setFixedPitch(true);
     }
     return font;
 }
 
-}  // namespace
+} // namespace
 
 double Typography::size(TextStyle style)
 {
@@ -67,4 +68,4 @@ QFont Typography::systemFont(double size, int weight, bool monospaced)
     return makeFont(size, weight == 0 ? int(QFont::Normal) : weight, monospaced);
 }
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -36,10 +36,10 @@ public:
     [[nodiscard]] Q_INVOKABLE static double systemLineHeight(double size) { return size * 1.2; }
 
     /// A text style's font. weight: QFont::Weight, or 0 for the style's own.
-    [[nodiscard]] Q_INVOKABLE static QFont font(trellisport::Typography::TextStyle style, int weight,
-                                                bool monospaced);
+    [[nodiscard]] Q_INVOKABLE static QFont font(trellisport::Typography::TextStyle style,
+                                                int weight, bool monospaced);
     /// The system font at a size in points. weight: QFont::Weight, or 0 for regular.
     [[nodiscard]] Q_INVOKABLE static QFont systemFont(double size, int weight, bool monospaced);
 };
 
-}  // namespace trellisport
+} // namespace trellisport

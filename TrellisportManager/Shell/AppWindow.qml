@@ -8,7 +8,7 @@ Window {
     minimumWidth: 320
     minimumHeight: 288
     title: "TrellisportManager"
-    color: Palette.background
+    color: Colors.background
     visible: true
 
     ContentView {

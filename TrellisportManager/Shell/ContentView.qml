@@ -1,6 +1,7 @@
 import QtQuick
 import TrellisportManager.Dashboard
 import TrellisportManager.Presentation
+import TrellisportManager.Shell
 
 // The root: three tabs over one tab bar. All three screens exist from the start; one is shown.
 Rectangle {
@@ -9,7 +10,7 @@ Rectangle {
     property ContentViewModel viewModel: ContentViewModel {}
     property alias dashboard: dashboardLoader.sourceComponent
 
-    color: Palette.background
+    color: Colors.background
 
     Item {
         id: screens

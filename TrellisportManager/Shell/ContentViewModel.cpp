@@ -30,4 +30,4 @@ void ContentViewModel::setSelectedTab(int tab)
     }
 }
 
-}  // namespace trellisport
+} // namespace trellisport

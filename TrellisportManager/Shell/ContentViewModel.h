@@ -12,7 +12,8 @@ namespace trellisport {
 class ContentViewModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(int selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged FINAL)
+    Q_PROPERTY(
+        int selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged FINAL)
 public:
     ContentViewModel();
     /// notifications must outlive the model.
@@ -29,4 +30,4 @@ private:
     int m_selectedTab = 0;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -10,12 +10,12 @@ Rectangle {
     signal selected(int tab)
 
     implicitHeight: Metrics.tabBarHeight + SafeArea.bottom
-    color: Palette.background
+    color: Colors.background
 
     Rectangle {
         width: parent.width
         height: 0.5
-        color: Palette.separator
+        color: Colors.separator
     }
     T.TabBar {
         id: bar

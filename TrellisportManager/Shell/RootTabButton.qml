@@ -7,7 +7,7 @@ T.TabButton {
     id: control
 
     required property string symbol
-    readonly property color tint: checked ? Palette.accent : Palette.gray
+    readonly property color tint: checked ? Colors.accent : Colors.gray
 
     implicitWidth: Metrics.touchTarget
     implicitHeight: Metrics.tabBarHeight

@@ -20,4 +20,4 @@ bool TrellisportManagerApp::show()
     return !m_engine.rootObjects().isEmpty();
 }
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -11,7 +11,8 @@ namespace trellisport {
 class TrellisportManagerApp {
 public:
     /// Made after the QGuiApplication; notifications must outlive it.
-    explicit TrellisportManagerApp(NotificationManager &notifications = NotificationManager::shared());
+    explicit TrellisportManagerApp(
+        NotificationManager &notifications = NotificationManager::shared());
 
     /// Brings up the window. False when it could not be made; what went wrong is on standard error.
     bool show();
@@ -21,4 +22,4 @@ private:
     QQmlApplicationEngine m_engine;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

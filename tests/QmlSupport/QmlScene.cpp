@@ -4,7 +4,6 @@
 #include <QElapsedTimer>
 #include <QImage>
 #include <QMutex>
-#include <QQmlComponent>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -22,9 +21,8 @@ QtMessageHandler formerHandler = nullptr;
 void collectWarnings(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     // The offscreen platform says this of every window; it is not about our scenes.
-    const bool platformTalk =
-        message.contains(QLatin1String("This plugin does not support")) ||
-        message.contains(QLatin1String("propagateSizeHints"));
+    const bool platformTalk = message.contains(QLatin1String("This plugin does not support")) ||
+                              message.contains(QLatin1String("propagateSizeHints"));
     if (type != QtDebugMsg && type != QtInfoMsg && !platformTalk && currentWarnings != nullptr) {
         *currentWarnings << message;
     }
@@ -58,19 +56,32 @@ bool isText(const QQuickItem *item)
            item->inherits("QQuickTextEdit");
 }
 
-}  // namespace
+} // namespace
 
 QmlScene::QmlScene(const QString &module, const QString &type, const QVariantMap &properties,
                    QSize size)
 {
-    currentWarnings = &m_warnings;
-    formerHandler = qInstallMessageHandler(collectWarnings);
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
-    m_window.setColor(Qt::black);
-    m_window.resize(size);
     QQmlComponent component(
         &m_engine,
         QUrl(QStringLiteral("qrc:/qt/qml/TrellisportManager/%1/%2.qml").arg(module, type)));
+    show(component, properties, size);
+}
+
+QmlScene::QmlScene(const QByteArray &qml, QSize size)
+{
+    m_engine.addImportPath(QStringLiteral(":/qt/qml"));
+    QQmlComponent component(&m_engine);
+    component.setData(qml, QUrl(QStringLiteral("qrc:/test.qml")));
+    show(component, {}, size);
+}
+
+void QmlScene::show(QQmlComponent &component, const QVariantMap &properties, QSize size)
+{
+    currentWarnings = &m_warnings;
+    formerHandler = qInstallMessageHandler(collectWarnings);
+    m_window.setColor(Qt::black);
+    m_window.resize(size);
     std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
     m_root.reset(qobject_cast<QQuickItem *>(made.release()));
     if (!m_root) {
@@ -202,4 +213,4 @@ bool eventually(const std::function<bool()> &condition)
     return QTest::qWaitFor(condition, 10000);
 }
 
-}  // namespace trellisport::test
+} // namespace trellisport::test

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QPointF>
+#include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -19,10 +20,12 @@ namespace trellisport::test {
 /// One QML type of the application in a window of its own, to be read and touched by a test.
 class QmlScene {
 public:
-    /// Makes TrellisportManager.<module>.<type> and fills the window with it. Reports a test failure
-    /// when it can't be made, and in the destructor when anything was warned about.
+    /// Makes TrellisportManager.<module>.<type> and fills the window with it. Reports a test
+    /// failure when it can't be made, and in the destructor when anything was warned about.
     QmlScene(const QString &module, const QString &type, const QVariantMap &properties = {},
              QSize size = {390, 844});
+    /// Makes what a few lines of QML describe; they may use every module that the test links.
+    explicit QmlScene(const QByteArray &qml, QSize size = {390, 844});
     QmlScene(const QmlScene &) = delete;
     QmlScene &operator=(const QmlScene &) = delete;
     ~QmlScene();
@@ -50,6 +53,8 @@ public:
     [[nodiscard]] QColor colorAt(QPointF place);
 
 private:
+    void show(QQmlComponent &component, const QVariantMap &properties, QSize size);
+
     QQmlEngine m_engine;
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_root;
@@ -65,4 +70,4 @@ private:
 /// Runs the event loop until the condition holds; false after ten seconds.
 [[nodiscard]] bool eventually(const std::function<bool()> &condition);
 
-}  // namespace trellisport::test
+} // namespace trellisport::test

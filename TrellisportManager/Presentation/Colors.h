@@ -8,38 +8,107 @@
 namespace trellisport {
 
 /// The colours of every screen, by what they are for, and the platform's named colours in the dark
-/// scheme. The same values for C++ (namespace colors) and for QML (the Palette singleton).
+/// scheme. The same values for C++ (namespace colors) and for QML (the Colors singleton).
 namespace colors {
 
-inline QColor background() { return colorFromHex("0A0A0A"); }
-inline QColor surface() { return colorFromHex("1a1a1a"); }
-inline QColor innerSurface() { return colorFromHex("111111"); }
-inline QColor hairline() { return colorFromHex("333333"); }
-inline QColor dimText() { return colorFromHex("555555"); }
-inline QColor mutedText() { return colorFromHex("888888"); }
-inline QColor accent() { return colorFromHex("3B82F6"); }
-inline QColor agentSurface() { return colorFromHex("1E3A5F"); }
+inline QColor background()
+{
+    return colorFromHex("0A0A0A");
+}
+inline QColor surface()
+{
+    return colorFromHex("1a1a1a");
+}
+inline QColor innerSurface()
+{
+    return colorFromHex("111111");
+}
+inline QColor hairline()
+{
+    return colorFromHex("333333");
+}
+inline QColor dimText()
+{
+    return colorFromHex("555555");
+}
+inline QColor mutedText()
+{
+    return colorFromHex("888888");
+}
+inline QColor accent()
+{
+    return colorFromHex("3B82F6");
+}
+inline QColor agentSurface()
+{
+    return colorFromHex("1E3A5F");
+}
 
-inline QColor white() { return {255, 255, 255}; }
-inline QColor gray() { return {142, 142, 147}; }
-inline QColor red() { return {255, 69, 58}; }
-inline QColor orange() { return {255, 159, 10}; }
-inline QColor yellow() { return {255, 214, 10}; }
-inline QColor green() { return {48, 209, 88}; }
-inline QColor mint() { return {102, 212, 207}; }
-inline QColor cyan() { return {100, 210, 255}; }
-inline QColor blue() { return {10, 132, 255}; }
-inline QColor indigo() { return {94, 92, 230}; }
-inline QColor purple() { return {191, 90, 242}; }
+inline QColor white()
+{
+    return {255, 255, 255};
+}
+inline QColor gray()
+{
+    return {142, 142, 147};
+}
+inline QColor red()
+{
+    return {255, 69, 58};
+}
+inline QColor orange()
+{
+    return {255, 159, 10};
+}
+inline QColor yellow()
+{
+    return {255, 214, 10};
+}
+inline QColor green()
+{
+    return {48, 209, 88};
+}
+inline QColor mint()
+{
+    return {102, 212, 207};
+}
+inline QColor cyan()
+{
+    return {100, 210, 255};
+}
+inline QColor blue()
+{
+    return {10, 132, 255};
+}
+inline QColor indigo()
+{
+    return {94, 92, 230};
+}
+inline QColor purple()
+{
+    return {191, 90, 242};
+}
 
-inline QColor secondaryText() { return {255, 255, 255, 153}; }
-inline QColor placeholderText() { return {255, 255, 255, 77}; }
-inline QColor separator() { return {84, 84, 88, 153}; }
-inline QColor fieldFill() { return {118, 118, 128, 61}; }
+inline QColor secondaryText()
+{
+    return {255, 255, 255, 153};
+}
+inline QColor placeholderText()
+{
+    return {255, 255, 255, 77};
+}
+inline QColor separator()
+{
+    return {84, 84, 88, 153};
+}
+inline QColor fieldFill()
+{
+    return {118, 118, 128, 61};
+}
 
-}  // namespace colors
+} // namespace colors
 
-class Palette : public QObject {
+class Colors : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
@@ -90,4 +159,4 @@ public:
     }
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -1,0 +1,33 @@
+#include "Presentation/Money.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+
+namespace trellisport {
+namespace {
+
+TEST(Money, HasTwoDecimalsAndNoGrouping)
+{
+    EXPECT_EQ(moneyText(2500), QStringLiteral("$2500.00"));
+    EXPECT_EQ(moneyText(1234567.891), QStringLiteral("$1234567.89"));
+    EXPECT_EQ(moneyText(1234.5), QStringLiteral("$1234.50"));
+    EXPECT_EQ(moneyText(0), QStringLiteral("$0.00"));
+    EXPECT_EQ(moneyText(-12), QStringLiteral("$-12.00"));
+}
+
+TEST(Money, IsRoundedToWholeUnitsWhereAsked)
+{
+    EXPECT_EQ(moneyText(1499.6, 0), QStringLiteral("$1500"));
+}
+
+TEST(Money, KeepsThePointWhateverTheLocale)
+{
+    // The locale may be missing on this machine; then the default is tried, which holds as well.
+    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    EXPECT_EQ(moneyText(1234.5), QStringLiteral("$1234.50"));
+    std::setlocale(LC_ALL, "C.UTF-8");
+}
+
+} // namespace
+} // namespace trellisport

@@ -1,0 +1,139 @@
+#include "QmlSupport/QmlScene.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace trellisport::test {
+namespace {
+
+const QByteArray page = R"(
+import QtQuick
+import TrellisportManager.Presentation
+
+NavigationPage {
+    property int refreshes: 0
+    property int goneBack: 0
+
+    title: "Dashboard"
+    refreshable: true
+    onRefreshRequested: refreshes += 1
+    onBackRequested: goneBack += 1
+    scrollArea: Flickable {
+        objectName: "area"
+        contentWidth: width
+        contentHeight: 2000
+
+        StyledText {
+            text: "first line"
+        }
+    }
+}
+)";
+
+/// Drags a finger down the window by this many points, without lifting it.
+void drag(QmlScene &scene, QPoint from, int distance)
+{
+    QTest::mousePress(&scene.window(), Qt::LeftButton, Qt::NoModifier, from);
+    constexpr int steps = 20;
+    for (int step = 1; step <= steps; ++step) {
+        QTest::mouseMove(&scene.window(), from + QPoint(0, distance * step / steps));
+    }
+}
+
+void release(QmlScene &scene, QPoint at)
+{
+    QTest::mouseRelease(&scene.window(), Qt::LeftButton, Qt::NoModifier, at);
+}
+
+TEST(NavigationPage, ContentStartsBelowTheLargeTitle)
+{
+    QmlScene scene(page);
+    QQuickItem *line = scene.text(QStringLiteral("first line"));
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(sceneRect(line).y(), 44 + 52);
+}
+
+TEST(NavigationPage, ShowsTheLargeTitleAtTheLeadingEdgeUntilItIsScrolledAway)
+{
+    QmlScene scene(page);
+    QQuickItem *headline = scene.item(QStringLiteral("headline"));
+    QQuickItem *large = scene.item(QStringLiteral("largeTitle"));
+    ASSERT_TRUE(headline && large);
+    EXPECT_EQ(headline->opacity(), 0);
+    EXPECT_EQ(sceneRect(large).x(), 16);
+    EXPECT_EQ(fontOf(large).pixelSize(), 34);
+    EXPECT_EQ(fontOf(large).weight(), QFont::Bold);
+
+    scene.item(QStringLiteral("area"))->setProperty("contentY", 200);
+    EXPECT_EQ(headline->opacity(), 1);
+    EXPECT_NEAR(sceneRect(headline).center().x(), 390 / 2.0, 1);
+    EXPECT_FALSE(scene.has(QStringLiteral("largeTitle")));
+}
+
+TEST(NavigationPage, PullingPastTheThresholdAsksForOneReload)
+{
+    QmlScene scene(page);
+    drag(scene, {200, 300}, 220);
+    EXPECT_EQ(scene.root()->property("refreshes"), 1);
+    release(scene, {200, 520});
+    EXPECT_EQ(scene.root()->property("refreshes"), 1);
+}
+
+TEST(NavigationPage, AShortPullAsksForNothing)
+{
+    QmlScene scene(page);
+    drag(scene, {200, 300}, 60);
+    release(scene, {200, 360});
+    EXPECT_EQ(scene.root()->property("refreshes"), 0);
+}
+
+TEST(NavigationPage, ContentRestsBelowTheSpinnerWhileTheReloadIsUnderWay)
+{
+    QmlScene scene(page);
+    QQuickItem *line = scene.text(QStringLiteral("first line"));
+    ASSERT_NE(line, nullptr);
+    scene.root()->setProperty("refreshing", true);
+    EXPECT_TRUE(eventually([&] { return sceneRect(line).y() == 44 + 52 + 60; }));
+    EXPECT_TRUE(scene.has(QStringLiteral("refreshSpinner")));
+
+    scene.root()->setProperty("refreshing", false);
+    EXPECT_TRUE(eventually([&] { return sceneRect(line).y() == 44 + 52; }));
+    EXPECT_FALSE(scene.has(QStringLiteral("refreshSpinner")));
+}
+
+TEST(NavigationPage, TheRefreshKeyAsksForAReload)
+{
+    QmlScene scene(page);
+    QTest::keyClick(&scene.window(), Qt::Key_F5);
+    EXPECT_EQ(scene.root()->property("refreshes"), 1);
+}
+
+TEST(NavigationPage, APushedPageHasTheWayBackAndItsTitleInTheBar)
+{
+    QmlScene scene(page);
+    scene.root()->setProperty("largeTitle", false);
+    scene.root()->setProperty("backTitle", QStringLiteral("Projects"));
+    QQuickItem *line = scene.text(QStringLiteral("first line"));
+    ASSERT_NE(line, nullptr);
+    EXPECT_TRUE(eventually([&] { return sceneRect(line).y() == 44; }));
+    EXPECT_EQ(scene.item(QStringLiteral("headline"))->opacity(), 1);
+    scene.tap(scene.item(QStringLiteral("backButton")));
+    EXPECT_EQ(scene.root()->property("goneBack"), 1);
+}
+
+TEST(NavigationPage, ALongTitleStaysBesideTheWayBackAndIsShortened)
+{
+    QmlScene scene(page, {320, 568});
+    scene.root()->setProperty("largeTitle", false);
+    scene.root()->setProperty("backTitle", QStringLiteral("Projects"));
+    scene.root()->setProperty("title", QString(200, QLatin1Char('m')));
+    const QRectF headline = sceneRect(scene.item(QStringLiteral("headline")));
+    const QRectF back = sceneRect(scene.item(QStringLiteral("backButton")));
+    EXPECT_GE(headline.left(), back.right());
+    EXPECT_LE(headline.right(), 320 - 16 + 0.5);
+    EXPECT_TRUE(scene.item(QStringLiteral("headline"))->property("truncated").toBool());
+}
+
+} // namespace
+} // namespace trellisport::test

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QDir>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSize>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace trellisport::tour {
+
+/// The application's whole content in a window of a given size, to be walked through and drawn.
+/// Ends the program with a sentence when something that is looked for does not come.
+class Stage {
+public:
+    Stage(QSize size, QDir folder);
+
+    /// Makes the content anew, as at a start of the application.
+    void open();
+    /// The visible item with this objectName, waited for.
+    QQuickItem *find(const QString &objectName);
+    /// Waits until the condition holds.
+    void await(const char *what, const std::function<bool()> &condition);
+    /// Waits until nothing is loading any longer and every animation has come to rest.
+    void settle();
+    /// Shows root tab 0, 1 or 2.
+    void showTab(int tab);
+    void tap(const QString &objectName);
+    /// Draws the window into NAME.png.
+    void draw(const QString &name);
+    [[nodiscard]] QQuickItem *root() const { return m_root.get(); }
+    [[nodiscard]] int drawn() const { return m_drawn; }
+
+private:
+    [[nodiscard]] QQuickItem *seen(const QString &objectName) const;
+
+    QDir m_folder;
+    QQmlEngine m_engine;
+    QQuickWindow m_window;
+    std::unique_ptr<QQuickItem> m_root;
+    int m_drawn = 0;
+};
+
+} // namespace trellisport::tour
