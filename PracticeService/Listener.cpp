@@ -1,0 +1,198 @@
+#include "PracticeService/Listener.h"
+
+#include <httplib.h>
+
+#include <sys/socket.h>
+
+#include <atomic>
+#include <cerrno>
+#include <future>
+#include <iostream>
+#include <mutex>
+#include <set>
+#include <system_error>
+#include <thread>
+
+namespace trellisport::practice {
+
+namespace {
+
+constexpr const char *host = "127.0.0.1";
+constexpr std::size_t largestBody = std::size_t(1024) * 1024;
+// Every connection keeps a thread while it lives.
+constexpr std::size_t mostConnections = 48;
+constexpr std::time_t idleSeconds = 20;
+
+/// The open connections, so that stopping need not wait until idle ones run out. A connection is
+/// known from its TLS handshake until its TLS object goes.
+class Connections {
+public:
+    void watch(SSL_CTX *context)
+    {
+        m_index = SSL_get_ex_new_index(0, nullptr, nullptr, nullptr, &Connections::ended);
+        SSL_CTX_set_app_data(context, this);
+        SSL_CTX_set_info_callback(context, &Connections::changed);
+    }
+
+    void shutDown()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_closing = true;
+        for (const int socket : m_sockets)
+            ::shutdown(socket, SHUT_RDWR);
+    }
+
+private:
+    static void changed(const SSL *ssl, int where, int /*result*/)
+    {
+        auto *self = static_cast<Connections *>(SSL_CTX_get_app_data(SSL_get_SSL_CTX(ssl)));
+        if ((where & SSL_CB_HANDSHAKE_START) == 0)
+            return;
+        const int socket = SSL_get_fd(ssl);
+        const std::lock_guard lock(self->m_mutex);
+        if (self->m_closing)
+            ::shutdown(socket, SHUT_RDWR);
+        self->m_sockets.insert(socket);
+        SSL_set_ex_data(const_cast<SSL *>(ssl), self->m_index, self);
+    }
+
+    static void ended(void *ssl, void *self, CRYPTO_EX_DATA * /*data*/, int /*index*/,
+                      long /*number*/, void * /*argument*/)
+    {
+        if (self == nullptr)
+            return;
+        auto *connections = static_cast<Connections *>(self);
+        const std::lock_guard lock(connections->m_mutex);
+        connections->m_sockets.erase(SSL_get_fd(static_cast<SSL *>(ssl)));
+    }
+
+    std::mutex m_mutex;
+    std::set<int> m_sockets;
+    bool m_closing = false;
+    int m_index = -1;
+};
+
+ServiceRequest requestOf(const httplib::Request &from)
+{
+    ServiceRequest request;
+    request.method = from.method;
+    request.path = from.path;
+    request.query = from.params;
+    request.contentType = from.get_header_value("Content-Type");
+    request.ifNoneMatch = from.get_header_value("If-None-Match");
+    request.body = from.body;
+    return request;
+}
+
+void fill(httplib::Response &response, const ServiceReply &reply)
+{
+    response.status = reply.status;
+    for (const auto &[name, value] : reply.headers)
+        response.set_header(name, value);
+    if (reply.body.empty())
+        return;
+    // Through a provider, because the library would compress a plain body with settings that take
+    // seconds for a long list.
+    auto body = std::make_shared<const std::string>(reply.body);
+    response.set_content_provider(
+        body->size(), reply.contentType,
+        [body](std::size_t offset, std::size_t length, httplib::DataSink &sink) {
+            return sink.write(body->data() + offset, length);
+        });
+}
+
+} // namespace
+
+class Listener::Server {
+public:
+    explicit Server(const CertificateFiles &certificates)
+        : http(certificates.server.c_str(), certificates.serverKey.c_str())
+    {
+    }
+
+    Connections connections; // outlives the TLS context that points to it
+    httplib::SSLServer http;
+    int port = 0;
+    std::thread thread;
+};
+
+Listener::Listener(const CertificateFiles &certificates, int port)
+    : m_server(std::make_unique<Server>(certificates))
+{
+    httplib::SSLServer &http = m_server->http;
+    if (!http.is_valid())
+        throw ListenError("Cannot use the certificate " + certificates.server.string() + ".");
+    m_server->connections.watch(http.ssl_context());
+    http.new_task_queue = [] { return new httplib::ThreadPool(mostConnections); };
+    http.set_tcp_nodelay(true);
+    http.set_keep_alive_max_count(100'000);
+    http.set_keep_alive_timeout(idleSeconds);
+    http.set_payload_max_length(largestBody);
+    // The library's own choice would let a second service share the port unnoticed.
+    http.set_socket_options([](socket_t socket) {
+        const int yes = 1;
+        ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
+    errno = 0;
+    const bool bound =
+        port == 0 ? (port = http.bind_to_any_port(host)) > 0 : http.bind_to_port(host, port);
+    if (!bound) {
+        throw ListenError("Cannot listen on " + std::string(host) + " port " +
+                          std::to_string(port) + ": " + std::generic_category().message(errno) +
+                          ".");
+    }
+    m_server->port = port;
+}
+
+Listener::~Listener()
+{
+    stop();
+}
+
+int Listener::port() const noexcept
+{
+    return m_server->port;
+}
+
+void Listener::start(Service &service, bool verbose)
+{
+    httplib::SSLServer &http = m_server->http;
+    const auto answer = [&service, verbose](const httplib::Request &from,
+                                            httplib::Response &response) {
+        const ServiceReply reply = service.handle(requestOf(from));
+        if (verbose) {
+            std::cerr << from.method + ' ' + from.target + ' ' + std::to_string(reply.status) +
+                             '\n';
+        }
+        fill(response, reply);
+    };
+    // One road for everything: which paths and methods there are is the service's business.
+    const std::string everything = R"([\s\S]*)";
+    http.Get(everything, answer).Post(everything, answer).Put(everything, answer);
+    http.Patch(everything, answer).Delete(everything, answer).Options(everything, answer);
+    // What the library refuses by itself: requests that are no HTTP, or too large.
+    http.set_error_handler([](const httplib::Request &, httplib::Response &response) {
+        if (response.status == 304 || response.get_header_value("Content-Type") != "" ||
+            !response.body.empty())
+            return;
+        fill(response, refusal(response.status, response.status == 413 ? "The body is too large."
+                                                                       : "The request is no use."));
+    });
+    std::promise<void> begun;
+    m_server->thread = std::thread([this, &begun] {
+        begun.set_value();
+        m_server->http.listen_after_bind();
+    });
+    begun.get_future().wait();
+}
+
+void Listener::stop()
+{
+    if (!m_server->thread.joinable())
+        return;
+    m_server->http.stop();
+    m_server->connections.shutDown();
+    m_server->thread.join();
+}
+
+} // namespace trellisport::practice

@@ -1,0 +1,259 @@
+#include "PracticeService/Service.h"
+
+#include "PracticeService/RequestBody.h"
+#include "PracticeService/StatusPage.h"
+#include "ServiceAccess/RecordCoding.h"
+
+#include <QByteArray>
+#include <QCryptographicHash>
+
+#include <algorithm>
+#include <iostream>
+#include <thread>
+
+namespace trellisport::practice {
+
+namespace {
+
+constexpr std::string_view apiRoot = "/api/v1";
+
+std::vector<std::string> segmentsOf(std::string_view path)
+{
+    std::vector<std::string> segments;
+    while (!path.empty()) {
+        path.remove_prefix(1); // the slash
+        const auto end = std::min(path.find('/'), path.size());
+        segments.emplace_back(path.substr(0, end));
+        path.remove_prefix(end);
+    }
+    return segments;
+}
+
+ServiceReply json(std::string body)
+{
+    ServiceReply reply;
+    reply.body = std::move(body);
+    return reply;
+}
+
+ServiceReply done()
+{
+    return json(R"({"status":"ok"})");
+}
+
+ServiceReply wrongMethod(const char *allowed)
+{
+    ServiceReply reply = refusal(405, std::string("Only ") + allowed + " is possible here.");
+    reply.headers.emplace_back("Allow", allowed);
+    return reply;
+}
+
+ServiceReply unknownPath()
+{
+    return refusal(404, "There is nothing under this path.");
+}
+
+ServiceReply unknownProject()
+{
+    return refusal(404, "There is no such project.");
+}
+
+bool isGet(const ServiceRequest &request)
+{
+    return request.method == "GET" || request.method == "HEAD";
+}
+
+template <typename Value>
+ServiceReply encoded(const Value &value)
+{
+    return json(encode(value));
+}
+
+template <typename Value>
+ServiceReply encodedOrUnknown(const std::optional<Value> &value)
+{
+    return value ? encoded(*value) : unknownProject();
+}
+
+/// Gives the reply a tag, or says that the asker has it already.
+void makeCacheable(const ServiceRequest &request, ServiceReply &reply)
+{
+    const QByteArray hash = QCryptographicHash::hash(
+        QByteArray::fromRawData(reply.body.data(), static_cast<qsizetype>(reply.body.size())),
+        QCryptographicHash::Sha1);
+    const std::string tag = '"' + hash.toHex().left(24).toStdString() + '"';
+    reply.headers.emplace_back("ETag", tag);
+    reply.headers.emplace_back("Cache-Control", "no-cache");
+    // A tag never stands inside another, so a search will do for a list of tags.
+    if (request.ifNoneMatch == "*" || request.ifNoneMatch.find(tag) != std::string::npos) {
+        reply.status = 304;
+        reply.body.clear();
+    }
+}
+
+} // namespace
+
+ServiceReply refusal(int status, const std::string &reason)
+{
+    ServiceReply reply = json(encode(TextMap{{"error", reason}}));
+    reply.status = status;
+    return reply;
+}
+
+Service::Service(Keeper &keeper, bool control)
+    : m_keeper(keeper)
+    , m_control(control)
+{
+}
+
+ServiceReply Service::handle(const ServiceRequest &request)
+{
+    try {
+        ServiceReply reply = route(request);
+        if (isGet(request) && reply.status == 200)
+            makeCacheable(request, reply);
+        return reply;
+    } catch (const BodyError &error) {
+        return refusal(error.status(), error.what());
+    } catch (const std::exception &error) {
+        std::cerr << request.method << ' ' << request.path << " failed: " << error.what() << '\n';
+        return refusal(500, "The practice service failed; its standard error says why.");
+    }
+}
+
+ServiceReply Service::route(const ServiceRequest &request)
+{
+    if (request.path == "/")
+        return isGet(request) ? statusPage() : wrongMethod("GET");
+    if (request.path.starts_with(apiRoot) && request.path.substr(apiRoot.size()).starts_with('/')) {
+        const std::string path = request.path.substr(apiRoot.size());
+        if (const auto fault = m_faults.take(path)) {
+            std::this_thread::sleep_for(fault->delay);
+            if (fault->status != 0)
+                return refusal(fault->status, "A fault asked for by a test.");
+        }
+        return routeApi(request, segmentsOf(path));
+    }
+    if (m_control && request.path.starts_with("/control/"))
+        return routeControl(request, segmentsOf(request.path));
+    return unknownPath();
+}
+
+ServiceReply Service::routeApi(const ServiceRequest &request, const Segments &path)
+{
+    if (path[0] == "projects")
+        return routeProjects(request, path);
+    if (path.size() != 1)
+        return unknownPath();
+    if (path[0] == "dashboard") {
+        if (!isGet(request))
+            return wrongMethod("GET");
+        return encoded(m_keeper.ask([](Keeper::Desk &desk) { return desk.store.dashboard(); }));
+    }
+    if (path[0] == "config") {
+        if (isGet(request))
+            return encoded(m_keeper.ask([](Keeper::Desk &desk) { return desk.store.config(); }));
+        return request.method == "PUT" ? replaceConfig(request) : wrongMethod("GET, PUT");
+    }
+    if (path[0] == "devices")
+        return request.method == "POST" ? registerDevice(request) : wrongMethod("POST");
+    return unknownPath();
+}
+
+ServiceReply Service::routeProjects(const ServiceRequest &request, const Segments &path)
+{
+    if (path.size() > 1)
+        return routeProject(request, path);
+    if (!isGet(request))
+        return wrongMethod("GET");
+    std::optional<std::string> status;
+    // An empty filter filters nothing.
+    if (const auto filter = request.query.find("status");
+        filter != request.query.end() && !filter->second.empty())
+        status = filter->second;
+    return encoded(m_keeper.ask([&](Keeper::Desk &desk) { return desk.store.projects(status); }));
+}
+
+ServiceReply Service::routeProject(const ServiceRequest &request, const Segments &path)
+{
+    const std::string &id = path[1];
+    const std::string part = path.size() > 2 ? path[2] : std::string();
+    if (path.size() == 5 && part == "decisions" && path[4] == "answer") {
+        return request.method == "POST" ? answerDecision(request, id, path[3])
+                                        : wrongMethod("POST");
+    }
+    const auto list = [&](auto read) {
+        if (!isGet(request))
+            return wrongMethod("GET");
+        return encodedOrUnknown(
+            m_keeper.ask([&](Keeper::Desk &desk) { return (desk.store.*read)(id); }));
+    };
+    if (path.size() == 2)
+        return list(&Store::project);
+    if (path.size() > 3)
+        return unknownPath();
+    if (part == "messages")
+        return list(&Store::messages);
+    if (part == "decisions")
+        return list(&Store::decisions);
+    if (part == "bids")
+        return list(&Store::bids);
+    if (part == "timeline")
+        return list(&Store::timeline);
+    if (part == "logs")
+        return list(&Store::logs);
+    if (part == "reports")
+        return list(&Store::reports);
+    return unknownPath();
+}
+
+ServiceReply Service::answerDecision(const ServiceRequest &request, const std::string &project,
+                                     const std::string &decision)
+{
+    const std::string answer = onlyText(request.contentType, request.body, "answer");
+    switch (m_keeper.ask([&](Keeper::Desk &desk) {
+        return desk.agent.answer(project, decision, answer, desk.clock.now());
+    })) {
+    case Agent::AnswerOutcome::UnknownProject:
+        return unknownProject();
+    case Agent::AnswerOutcome::UnknownDecision:
+        return refusal(404, "The project has no such decision.");
+    case Agent::AnswerOutcome::AlreadyAnswered:
+        return refusal(409, "The decision is already answered.");
+    case Agent::AnswerOutcome::Expired:
+        return refusal(409, "The decision has expired; the agent went on without an answer.");
+    case Agent::AnswerOutcome::Taken:
+        break;
+    }
+    return done();
+}
+
+ServiceReply Service::replaceConfig(const ServiceRequest &request)
+{
+    const TextMap config = textMap(request.contentType, request.body);
+    m_keeper.ask([&](Keeper::Desk &desk) { desk.agent.replaceConfig(config, desk.clock.now()); });
+    return done();
+}
+
+ServiceReply Service::registerDevice(const ServiceRequest &request)
+{
+    const std::string token = onlyText(request.contentType, request.body, "device_token");
+    m_keeper.ask([&](Keeper::Desk &desk) { desk.store.addDevice(token, desk.clock.now()); });
+    return done();
+}
+
+ServiceReply Service::statusPage()
+{
+    ServiceReply reply;
+    reply.contentType = "text/html; charset=utf-8";
+    reply.headers.emplace_back("Content-Security-Policy",
+                               "default-src 'none'; style-src 'unsafe-inline'");
+    reply.body = statusPageOf(m_keeper.ask([](Keeper::Desk &desk) {
+        return StatusFacts{desk.store.dashboard(), desk.store.happenings(25),
+                           desk.store.openQuestions(20), desk.store.devices().size(),
+                           isoText(desk.clock.now())};
+    }));
+    return reply;
+}
+
+} // namespace trellisport::practice
