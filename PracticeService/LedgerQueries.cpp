@@ -121,6 +121,13 @@ bool Ledger::hasPendingDecision(const Job &job)
         .isValid();
 }
 
+bool Ledger::wasSaid(const Job &job, const std::string &text)
+{
+    return m_database
+        .one("SELECT 1 FROM messages WHERE project = ? AND message_text = ?", job.row, text)
+        .isValid();
+}
+
 std::int64_t Ledger::decisionsOf(const Job &job)
 {
     return m_database.one("SELECT count(*) FROM decisions WHERE project = ?", job.row).toLongLong();

@@ -131,10 +131,10 @@ std::map<std::string, std::string> headerOf(const std::string &name, std::string
 {
     std::map<std::string, std::string> header;
     for (const std::string_view line : linesOf(text)) {
-        const auto colon = line.find(": ");
+        const auto colon = line.find(':');
         if (colon == std::string_view::npos)
             throw std::runtime_error("Story " + name + ": not a header: " + std::string(line));
-        header.emplace(line.substr(0, colon), trimmed(line.substr(colon + 2)));
+        header.emplace(line.substr(0, colon), trimmed(line.substr(colon + 1)));
     }
     return header;
 }
@@ -185,6 +185,8 @@ Material Material::load()
     material.pitches = entriesOf(pool("pitches.txt"));
     material.work = burstsOf(pool("work.txt"));
     material.errors = burstsOf(pool("errors.txt"));
+    material.chatter = sayingsOf(pool("chatter.txt"));
+    material.thanks = entriesOf(pool("thanks.txt"));
     material.commits = entriesOf(pool("commits.txt"));
     material.notesDiffs = entriesOf(pool("notes-diffs.txt"));
     material.dilemmas = dilemmasOf(pool("dilemmas.txt"));

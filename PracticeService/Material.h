@@ -63,6 +63,8 @@ struct Material {
     std::vector<std::string> pitches;
     std::vector<std::vector<LogEntry>> work;   ///< each a call, its result and what follows
     std::vector<std::vector<LogEntry>> errors; ///< each ends in an error
+    std::vector<Saying> chatter;               ///< for conversations that have run out of their own
+    std::vector<std::string> thanks;           ///< to a client who waited for a decision
     std::vector<std::string> commits;
     std::vector<std::string> notesDiffs;
     std::vector<Dilemma> dilemmas;   ///< for projects that have none of their own left

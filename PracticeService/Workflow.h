@@ -65,7 +65,8 @@ private:
     [[nodiscard]] Words wordsFor(const Job &job);
     [[nodiscard]] BidInfo competitor(const Job &job);
     void sayLine(const Job &job, std::size_t line, Moment now);
-    void writeBurst(const Job &job, const std::vector<LogEntry> &burst, Moment now);
+    /// Gives the last entry's text.
+    std::string writeBurst(const Job &job, const std::vector<LogEntry> &burst, Moment now);
     void unblock(Job &job);
 
     Ledger &m_ledger;

@@ -44,15 +44,18 @@ void Workflow::pause(Job &job, const std::string &reason, Moment now)
     m_ledger.log(job, "info", "Paused: " + reason, now);
 }
 
-void Workflow::writeBurst(const Job &job, const std::vector<LogEntry> &burst, Moment now)
+std::string Workflow::writeBurst(const Job &job, const std::vector<LogEntry> &burst, Moment now)
 {
     const Words words = wordsFor(job);
     // The last entry is the news; the others led to it.
     now -= seconds(4 * (burst.size() - 1));
+    std::string text;
     for (const LogEntry &entry : burst) {
-        m_ledger.log(job, entry.type, expand(entry.text, words), now);
+        text = expand(entry.text, words);
+        m_ledger.log(job, entry.type, text, now);
         now += seconds(4);
     }
+    return text;
 }
 
 void Workflow::develop(const Job &job, Moment now)
@@ -62,10 +65,8 @@ void Workflow::develop(const Job &job, Moment now)
 
 void Workflow::stumble(const Job &job, Moment now)
 {
-    const auto &burst = m_random.pick(m_material.errors);
-    writeBurst(job, burst, now);
-    const std::string headline = expand(burst.back().text, wordsFor(job));
-    const std::string firstLine = headline.substr(0, headline.find('\n'));
+    const std::string error = writeBurst(job, m_random.pick(m_material.errors), now);
+    const std::string firstLine = error.substr(0, error.find('\n'));
     m_ledger.addEvent(job, "dev", "Error in development", firstLine, now);
     m_ledger.addHappening(job, "error", firstLine, now);
     m_alerts.push_back({"dev_error", job.id, {}, "Error in " + job.title, firstLine});
@@ -73,10 +74,13 @@ void Workflow::stumble(const Job &job, Moment now)
 
 void Workflow::chat(const Job &job, Moment now)
 {
-    const auto &later = storyOf(job).later;
-    if (later.empty())
-        return;
-    const Saying &saying = m_random.pick(later);
+    for (const Saying &saying : storyOf(job).later) {
+        if (!m_ledger.wasSaid(job, saying.text)) {
+            m_ledger.say(job, saying.byAgent, saying.text, now);
+            return;
+        }
+    }
+    const Saying &saying = m_random.pick(m_material.chatter);
     m_ledger.say(job, saying.byAgent, expand(saying.text, wordsFor(job)), now);
 }
 
@@ -158,9 +162,7 @@ void Workflow::takeAnswer(Job &job, const PendingDecision &decision, const std::
     m_ledger.log(job, "info", "The owner answered: " + answer, now);
     m_ledger.log(job, "claude_response",
                  "Understood. I go on accordingly and note it in the project's document.", now);
-    m_ledger.say(job, true,
-                 "Thank you for waiting. The open point is settled and I am going on with it.",
-                 now);
+    m_ledger.say(job, true, m_random.pick(m_material.thanks), now);
     m_ledger.addHappening(job, "answer", "Answered: " + decision.question, now);
     unblock(job);
 }

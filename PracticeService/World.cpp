@@ -26,11 +26,15 @@ public:
 
     void unfold(int copy)
     {
-        const bool developed = m_story.stage == stage::awarded || m_story.stage == stage::completed;
-        const std::int64_t age = developed                          ? m_random.between(9, 24)
+        const bool completed = m_story.stage == stage::completed;
+        const bool developed = completed || m_story.stage == stage::awarded;
+        // A project that is under way has still some of its days before it.
+        m_workDays =
+            completed ? m_story.days : m_random.between(m_story.days / 2, m_story.days - 1);
+        const std::int64_t age = developed
+                                     ? m_workDays + 2 + (completed ? m_random.between(1, 12) : 0)
                                  : m_story.stage == stage::rejected ? m_random.between(5, 20)
                                                                     : m_random.between(1, 5);
-        // Not later than the last midnight but one, so that reports have whole days to be about.
         m_time = m_now - days(age) - minutes(m_random.between(0, 1000));
         if (m_story.stage.empty())
             m_time = m_now - minutes(m_random.between(3, 50));
@@ -87,13 +91,14 @@ private:
             m_workflow.award(job, m_time);
     }
 
-    /// Puts all of the story's questions. An open one is put as late as it can still be answered.
+    /// Puts all of the story's questions.
     void questions(Job &job)
     {
         for (const Dilemma &dilemma : m_story.dilemmas)
             question(job, dilemma);
     }
 
+    /// An open question is put only now, so that it can still be answered.
     void question(Job &job, const Dilemma &dilemma)
     {
         const bool open = dilemma.answer.empty() && m_story.stage != stage::completed;
@@ -117,33 +122,47 @@ private:
 
     void develop(Job &job)
     {
+        const bool completed = m_story.stage == stage::completed;
+        const Moment end = completed ? m_time + days(m_workDays) : m_now - minutes(40);
         pass(20, 200);
         m_workflow.start(job, m_time);
-        const bool completed = m_story.stage == stage::completed;
-        const Moment end = completed ? m_now - days(m_random.between(1, 3)) : m_now - hours(1);
-        std::size_t nextQuestion = 0;
-        const auto &dilemmas = m_story.dilemmas;
-        while (m_time < end) {
+        auto dilemma = m_story.dilemmas.begin();
+        while (true) {
             const Moment day = dayOf(m_time);
-            for (std::int64_t burst = m_random.between(2, 4); burst > 0 && m_time < end; --burst) {
-                pass(15, 150);
-                m_workflow.develop(job, m_time);
+            workThroughDay(job, end);
+            if (dilemma != m_story.dilemmas.end() && !dilemma->answer.empty()) {
+                pass(5, 30);
+                question(job, *dilemma++);
             }
-            if (m_random.chance(22))
-                m_workflow.stumble(job, m_time);
-            if (m_random.chance(55))
-                m_workflow.chat(job, m_time);
-            if (nextQuestion < dilemmas.size() && !dilemmas[nextQuestion].answer.empty())
-                question(job, dilemmas[nextQuestion++]);
             if (day < dayOf(m_now))
                 m_workflow.report(job, day);
-            m_time = std::max(m_time, day + days(1) + hours(m_random.between(7, 10)));
+            const Moment nextMorning = day + days(1) + minutes(m_random.between(420, 600));
+            if (nextMorning >= end)
+                break;
+            m_time = std::max(m_time, nextMorning);
         }
-        m_time = std::min(m_time, m_now - minutes(30));
-        for (; nextQuestion < dilemmas.size(); ++nextQuestion)
-            question(job, dilemmas[nextQuestion]);
-        if (completed)
-            m_workflow.complete(job, end);
+        for (; dilemma != m_story.dilemmas.end(); ++dilemma) {
+            pass(5, 30);
+            question(job, *dilemma);
+        }
+        if (completed) {
+            pass(30, 90);
+            m_workflow.complete(job, m_time);
+        }
+    }
+
+    void workThroughDay(const Job &job, Moment end)
+    {
+        for (std::int64_t burst = m_random.between(2, 4); burst > 0 && m_time < end; --burst) {
+            pass(15, 150);
+            m_workflow.develop(job, m_time);
+        }
+        if (m_random.chance(22)) {
+            pass(5, 40);
+            m_workflow.stumble(job, m_time);
+        }
+        if (m_random.chance(55))
+            m_workflow.chat(job, m_time);
     }
 
     Ledger &m_ledger;
@@ -152,6 +171,7 @@ private:
     Random m_random;
     Moment m_now;
     Moment m_time;
+    std::int64_t m_workDays = 0;
 };
 
 TextMap initialConfig(std::int64_t placesTaken)
