@@ -8,11 +8,9 @@
 
 #include <QCoroTask>
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace trellisport {
@@ -25,13 +23,17 @@ namespace trellisport {
 /// (no whole reply; also when the token is cancelled), DecodingError (the reply is not what was
 /// promised) and EncodingError (a text that is not UTF-8; nothing was sent). Identifiers and the
 /// status filter enter the URL as given, nothing is escaped.
+///
+/// A call starts at once and runs to its end whether or not its task is kept. It holds what it
+/// needs, so the client may go while calls are under way. When the calling thread ends first, the
+/// call never returns, and what its coroutine holds stays allocated.
 class TrellisportAPI {
 public:
     /// The instance that the application uses, made on first access with the configured address.
     [[nodiscard]] static TrellisportAPI &shared();
 
     /// Made for a service at baseURL (https, path /api/v1, no trailing slash). executor must
-    /// outlive the client, and the client every call.
+    /// outlive the client and every call.
     TrellisportAPI(std::string baseURL, std::shared_ptr<platform::HttpSession> session,
                    platform::Executor &executor);
 
@@ -40,7 +42,8 @@ public:
     QCoro::Task<DashboardData> getDashboard(CancellationToken cancellation = {}) const;
     QCoro::Task<std::vector<Project>> getProjects(std::optional<std::string> status = {},
                                                   CancellationToken cancellation = {}) const;
-    QCoro::Task<ProjectDetail> getProject(std::string id, CancellationToken cancellation = {}) const;
+    QCoro::Task<ProjectDetail> getProject(std::string id,
+                                          CancellationToken cancellation = {}) const;
     QCoro::Task<std::vector<Message>> getMessages(std::string projectId,
                                                   CancellationToken cancellation = {}) const;
     QCoro::Task<std::vector<Decision>> getDecisions(std::string projectId,
@@ -55,16 +58,22 @@ public:
                                              CancellationToken cancellation = {}) const;
     QCoro::Task<std::vector<Report>> getReports(std::string projectId,
                                                 CancellationToken cancellation = {}) const;
-    QCoro::Task<std::map<std::string, std::string>> getConfig(
-        CancellationToken cancellation = {}) const;
+    QCoro::Task<std::map<std::string, std::string>>
+    getConfig(CancellationToken cancellation = {}) const;
     QCoro::Task<> updateConfig(std::map<std::string, std::string> config,
                                CancellationToken cancellation = {}) const;
     QCoro::Task<> registerDevice(std::string token, CancellationToken cancellation = {}) const;
 
 private:
+    template <typename T>
+    QCoro::Task<T> request(std::string path, CancellationToken cancellation,
+                           std::string method = "GET", std::optional<std::string> body = {}) const;
+    QCoro::Task<> write(std::string path, CancellationToken cancellation, std::string method,
+                        TextMap body) const;
+
     std::string m_baseURL;
     std::shared_ptr<platform::HttpSession> m_session;
     platform::Executor &m_executor;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -1,0 +1,34 @@
+#include "Platform/Linux/LinuxPlatform.h"
+
+#include "Platform/Linux/CurlHttpSession.h"
+
+namespace trellisport::platform {
+
+Platform &Platform::current()
+{
+    static LinuxPlatform platform;
+    return platform;
+}
+
+std::shared_ptr<HttpSession> LinuxPlatform::httpSession()
+{
+    // Made after the network library is set up and so gone before the library is taken down: at
+    // the end of the process its thread must not be left running in there.
+    static const auto session = std::make_shared<CurlHttpSession>(CurlHttpOptions{
+        .authorityFile = m_environment.variable("TRELLISPORT_CA_FILE").value_or("")});
+    return session;
+}
+
+Executor &LinuxPlatform::executor()
+{
+    std::call_once(m_executorOnce, [this] { m_executor.emplace(); });
+    return *m_executor;
+}
+
+const TextRules &LinuxPlatform::textRules()
+{
+    std::call_once(m_textRulesOnce, [this] { m_textRules.emplace(); });
+    return *m_textRules;
+}
+
+} // namespace trellisport::platform

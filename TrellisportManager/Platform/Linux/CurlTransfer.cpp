@@ -1,0 +1,212 @@
+#include "Platform/Linux/CurlTransfer.h"
+
+#include "Platform/Linux/CurlFailure.h"
+#include "Platform/Linux/SocketBytes.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace trellisport::platform {
+
+namespace {
+
+struct Address {
+    std::string origin; ///< scheme, host and port, with a slash
+    std::string target; ///< what stands in the request line
+};
+
+/// Takes the URL apart without changing a character of it. libcurl would parse the path, and tidy
+/// it up; here the service gets exactly what the URL says.
+Address takeApart(std::string_view url)
+{
+    url = url.substr(0, url.find('#'));
+    const std::size_t authority = url.find("://") + 3;
+    const std::size_t end = std::min(url.find_first_of("/?", authority), url.size());
+    Address address{std::string(url.substr(0, end)) + '/', std::string(url.substr(end))};
+    if (!address.target.starts_with('/')) {
+        address.target.insert(0, 1, '/');
+    }
+    return address;
+}
+
+bool isHttps(std::string_view url)
+{
+    constexpr std::string_view scheme = "https://";
+    return curl_strnequal(url.data(), scheme.data(), scheme.size()) != 0 &&
+           url.size() > scheme.size();
+}
+
+bool isWrite(const HttpRequest &request)
+{
+    return request.method != "GET";
+}
+
+bool isClean(std::string_view headerText)
+{
+    return headerText.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+}
+
+} // namespace
+
+CurlTransfer::CurlTransfer(HttpRequest request, const CurlHttpOptions &options)
+    : m_request(std::move(request))
+    , m_reply(options.replyLimit)
+    , m_handle(curl_easy_init())
+{
+    if (!isHttps(m_request.url)) {
+        throw TransportError(TransportFailure::Other, "Only a secure address (https) can be used.");
+    }
+    if (!m_handle) {
+        throw transportError(TransportFailure::Other);
+    }
+    setUp(options);
+    setAddress();
+    setMethodAndBody();
+    setHeaders();
+    setSecurity(options);
+}
+
+CurlTransfer::~CurlTransfer() = default;
+
+template <typename Value>
+void CurlTransfer::set(CURLoption option, Value value)
+{
+    if (curl_easy_setopt(m_handle.get(), option, value) != CURLE_OK) {
+        throw transportError(TransportFailure::Other);
+    }
+}
+
+void CurlTransfer::setUp(const CurlHttpOptions &options)
+{
+    set(CURLOPT_NOSIGNAL, 1L);
+    // Ending an exchange must not wait for a name that is still being looked up.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    set(CURLOPT_HEADERFUNCTION, &ReplyReader::takeHeader);
+    set(CURLOPT_HEADERDATA, &m_reply);
+    set(CURLOPT_WRITEFUNCTION, &ReplyReader::takeBody);
+    set(CURLOPT_WRITEDATA, &m_reply);
+    set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(options.replyLimit));
+    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(CURLOPT_FOLLOWLOCATION, 0L);
+    m_reply.setHandle(m_handle.get());
+}
+
+void CurlTransfer::setAddress()
+{
+    const Address address = takeApart(m_request.url);
+    set(CURLOPT_PROTOCOLS_STR, "https");
+    set(CURLOPT_DISALLOW_USERNAME_IN_URL, 1L);
+    set(CURLOPT_URL, address.origin.c_str());
+    set(CURLOPT_PATH_AS_IS, 1L);
+    set(CURLOPT_REQUEST_TARGET, address.target.c_str());
+}
+
+void CurlTransfer::setMethodAndBody()
+{
+    if (isWrite(m_request) || m_request.body) {
+        const std::string_view body = m_request.body ? *m_request.body : std::string_view("");
+        set(CURLOPT_POST, 1L);
+        set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+        set(CURLOPT_POSTFIELDS, body.data());
+        set(CURLOPT_CUSTOMREQUEST, m_request.method.c_str());
+    }
+    if (isWrite(m_request)) {
+        // libcurl sends a request again when a kept connection turns out to be dead, or when an
+        // HTTP/2 server refuses the stream. On a connection of its own it can't do either.
+        set(CURLOPT_FRESH_CONNECT, 1L);
+        set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    } else {
+        set(CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_2TLS));
+    }
+}
+
+void CurlTransfer::setHeaders()
+{
+    const auto append = [this](const std::string &line) {
+        curl_slist *longer = curl_slist_append(m_headers.get(), line.c_str());
+        if (longer == nullptr) {
+            throw transportError(TransportFailure::Other);
+        }
+        static_cast<void>(m_headers.release());
+        m_headers.reset(longer);
+    };
+    // A name and nothing behind it takes back what libcurl adds by itself.
+    append("Accept:");
+    append("Expect:");
+    for (const HttpHeader &header : m_request.headers) {
+        if (header.name.empty() || !isClean(header.name) || !isClean(header.value)) {
+            throw transportError(TransportFailure::Other);
+        }
+        append(header.value.empty() ? header.name + ';' : header.name + ": " + header.value);
+    }
+    set(CURLOPT_HTTPHEADER, m_headers.get());
+}
+
+void CurlTransfer::setSecurity(const CurlHttpOptions &options)
+{
+    set(CURLOPT_SSL_VERIFYPEER, 1L);
+    set(CURLOPT_SSL_VERIFYHOST, 2L);
+    set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    if (!options.authorityFile.empty()) {
+        // This takes the place of the system's file; the system's folder, which holds the same
+        // authorities one by one, stays in use.
+        set(CURLOPT_CAINFO, options.authorityFile.c_str());
+    }
+}
+
+CurlTransfer::Clock::time_point CurlTransfer::lastProgress(bool sharesConnection)
+{
+    const std::uint64_t moved = bytesMoved(sharesConnection);
+    if (moved != m_bytesMoved) {
+        m_bytesMoved = moved;
+        m_lastProgress = Clock::now();
+    }
+    return m_lastProgress;
+}
+
+std::uint64_t CurlTransfer::bytesMoved(bool sharesConnection) const
+{
+    curl_off_t uploaded = 0;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_SIZE_UPLOAD_T, &uploaded);
+    std::uint64_t moved = m_reply.bytesRead() + static_cast<std::uint64_t>(uploaded);
+    if (isWrite(m_request) || !sharesConnection) {
+        // libcurl tells of headers line by line; the socket knows of every byte.
+        curl_socket_t socket = CURL_SOCKET_BAD;
+        if (curl_easy_getinfo(m_handle.get(), CURLINFO_ACTIVESOCKET, &socket) == CURLE_OK &&
+            socket != CURL_SOCKET_BAD) {
+            moved += socketBytes(socket);
+        }
+    }
+    return moved;
+}
+
+bool CurlTransfer::usedHttp2() const
+{
+    long version = 0;
+    curl_easy_getinfo(m_handle.get(), CURLINFO_HTTP_VERSION, &version);
+    return version == CURL_HTTP_VERSION_2_0;
+}
+
+HttpResult CurlTransfer::finish(CURLcode code)
+{
+    if (m_reply.isTooLarge()) {
+        return transportError(TransportFailure::ReplyTooLarge);
+    }
+    if (m_reply.isComplete()) {
+        return m_reply.take();
+    }
+    if (isUnreadableReply(code) && !m_reply.hasStarted()) {
+        return HttpReply{};
+    }
+    if (code != CURLE_OK) {
+        return transportError(code);
+    }
+    // To libcurl an end within the headers is an end like any other.
+    if (!m_reply.hasHeaders()) {
+        return transportError(TransportFailure::ConnectionLost);
+    }
+    return m_reply.take();
+}
+
+} // namespace trellisport::platform

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Platform/Linux/CurlHttpSession.h"
+#include "Platform/Linux/CurlInbox.h"
+#include "Platform/Linux/CurlTransfer.h"
+
+#include <curl/curl.h>
+
+#include <chrono>
+#include <map>
+#include <memory>
+
+namespace trellisport::platform {
+
+/// What the session's thread does: starts jobs, moves their bytes, ends them.
+class CurlWorker {
+public:
+    /// Both must outlive the worker.
+    CurlWorker(CurlInbox &inbox, const CurlHttpOptions &options);
+    CurlWorker(const CurlWorker &) = delete;
+    CurlWorker &operator=(const CurlWorker &) = delete;
+    ~CurlWorker();
+
+    /// Works until the inbox is stopped; then cancels what is left.
+    void run();
+
+private:
+    struct Running {
+        std::unique_ptr<CurlTransfer> transfer;
+        HttpSession::Completion completion;
+    };
+    using RunningJobs = std::map<CurlJob::Id, Running>;
+
+    /// False when it is time to stop.
+    bool readInbox();
+    void start(CurlJob job);
+    void endFinished();
+    void endStalled();
+    void end(RunningJobs::iterator job, HttpResult result);
+    void endAll(TransportFailure failure);
+    [[nodiscard]] std::chrono::milliseconds longestWait() const;
+
+    CurlInbox &m_inbox;
+    const CurlHttpOptions &m_options;
+    CURLM *m_multi;
+    RunningJobs m_running;
+    /// Since a reply came over HTTP/2, reads may share a connection.
+    bool m_readsShareConnections = false;
+};
+
+} // namespace trellisport::platform

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/Linux/IcuTextRules.h"
+#include "Platform/Linux/LinuxEnvironment.h"
+#include "Platform/Linux/LinuxLinkOpener.h"
+#include "Platform/Linux/QtClock.h"
+#include "Platform/Linux/ThreadPoolExecutor.h"
+#include "Platform/Platform.h"
+
+#include <mutex>
+#include <optional>
+
+namespace trellisport::platform {
+
+/// The parts that cost something are made on first use, on whichever thread that is.
+class LinuxPlatform final : public Platform {
+public:
+    [[nodiscard]] std::shared_ptr<HttpSession> httpSession() override;
+    [[nodiscard]] Executor &executor() override;
+    [[nodiscard]] const TextRules &textRules() override;
+    [[nodiscard]] const Environment &environment() override { return m_environment; }
+    [[nodiscard]] LinkOpener &linkOpener() override { return m_linkOpener; }
+    [[nodiscard]] Clock &clock() override { return m_clock; }
+
+private:
+    LinuxEnvironment m_environment;
+    LinuxLinkOpener m_linkOpener;
+    QtClock m_clock;
+    std::once_flag m_executorOnce;
+    std::optional<ThreadPoolExecutor> m_executor;
+    std::once_flag m_textRulesOnce;
+    std::optional<IcuTextRules> m_textRules;
+};
+
+} // namespace trellisport::platform

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusServiceWatcher>
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <optional>
+
+namespace trellisport::platform {
+
+/// What the bus names of push services begin with.
+inline constexpr const char *distributorPrefix = "org.unifiedpush.Distributor.";
+
+/// Which of the running push services to use. named, the last part of a bus name, is what the user
+/// asked for and admits no other; else the one in use before, when it runs; else the first in the
+/// order of their names. Absent when there is none.
+[[nodiscard]] std::optional<QString> chooseDistributor(QStringList running, const QString &named,
+                                                       const QString &before);
+
+/// Watches the push services of a bus. One thread, which runs an event loop.
+class Distributors : public QObject {
+    Q_OBJECT
+public:
+    explicit Distributors(const QDBusConnection &bus, QObject *parent = nullptr);
+
+    /// Gives the names of those that run; none when the bus does not say. The answer comes later,
+    /// or never once this is gone.
+    void list(std::function<void(QStringList)> answer);
+
+Q_SIGNALS:
+    /// A push service has come, for the first time or again.
+    void appeared(const QString &name);
+    void vanished(const QString &name);
+
+private:
+    QDBusConnection m_bus;
+    QDBusServiceWatcher m_watcher;
+};
+
+} // namespace trellisport::platform

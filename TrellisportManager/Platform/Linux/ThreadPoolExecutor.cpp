@@ -1,0 +1,12 @@
+#include "Platform/Linux/ThreadPoolExecutor.h"
+
+#include <utility>
+
+namespace trellisport::platform {
+
+void ThreadPoolExecutor::run(std::function<void()> work)
+{
+    m_pool.start(std::move(work));
+}
+
+} // namespace trellisport::platform

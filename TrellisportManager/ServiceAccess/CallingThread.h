@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace trellisport {
+
+/// A thread with an event loop, as the place to which the result of work done elsewhere is brought
+/// back. Copies stand for the same thread.
+class CallingThread {
+public:
+    /// The thread that calls.
+    [[nodiscard]] static CallingThread current();
+
+    /// Runs the work later, from that thread's event loop. When the thread has ended or ends
+    /// before its turn comes, the work is dropped without being run. Any thread; never blocks.
+    void post(std::function<void()> work) const;
+
+private:
+    struct Mailbox;
+    struct Home;
+
+    explicit CallingThread(std::shared_ptr<Mailbox> mailbox);
+
+    std::shared_ptr<Mailbox> m_mailbox;
+};
+
+} // namespace trellisport
