@@ -19,8 +19,8 @@ public:
     [[nodiscard]] virtual bool isIn(std::string_view text) = 0;
 };
 
-/// Text operations by the rules of the user's language. All texts are UTF-8; what is not valid
-/// UTF-8 counts as U+FFFD. Any thread.
+/// Text operations as a person expects them. All texts are UTF-8; what is not valid UTF-8 counts as
+/// U+FFFD. Any thread.
 class TextRules {
 public:
     TextRules() = default;
@@ -28,9 +28,9 @@ public:
     TextRules &operator=(const TextRules &) = delete;
     virtual ~TextRules() = default;
 
-    /// A search for part: letter case ignored by the language's rules, composed and decomposed
-    /// spellings alike, accents told apart, whole characters only (an "e" is not in "é"). An empty
-    /// part is held by no text. The search may outlive the rules.
+    /// A search for part: letter case ignored by the rules of the user's language, composed and
+    /// decomposed spellings alike, accents told apart, whole characters only (an "e" is not in
+    /// "é"). An empty part is held by no text. The search may outlive the rules.
     [[nodiscard]] virtual std::unique_ptr<TextSearch> search(std::string_view part) const = 0;
 
     /// The same for one text. Where there are many, make one search for them.
@@ -39,15 +39,18 @@ public:
         return search(part)->isIn(text);
     }
 
-    /// The first letter of each word in upper (title) case, all others in lower case. Words are
-    /// those of the Unicode word rules, by which an apostrophe within letters parts nothing:
+    /// The first letter of each word in upper (title) case, all others in lower case, by the rules
+    /// that hold for no language in particular: what the service sends is not in the user's. Words
+    /// are those of the Unicode word rules, by which an apostrophe within letters parts nothing:
     /// "o'neil's bid-plan" becomes "O'neil's Bid-Plan".
     [[nodiscard]] virtual std::string capitalized(std::string_view text) const = 0;
+    /// By the same rules as capitalized.
     [[nodiscard]] virtual std::string uppercased(std::string_view text) const = 0;
+    /// By the same rules as capitalized.
     [[nodiscard]] virtual std::string lowercased(std::string_view text) const = 0;
 
     /// The first count characters as a person counts them (grapheme clusters); never part of one.
     [[nodiscard]] virtual std::string prefix(std::string_view text, std::size_t count) const = 0;
 };
 
-}  // namespace trellisport::platform
+} // namespace trellisport::platform
