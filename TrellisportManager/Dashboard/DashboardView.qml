@@ -5,7 +5,7 @@ import TrellisportManager.Dashboard
 Screen {
     id: root
 
-    property DashboardViewModel viewModel: DashboardViewModel {}
+    required property DashboardViewModel viewModel
 
     screenModel: viewModel
 

@@ -21,8 +21,28 @@ Rectangle {
     // How far the content has been scrolled from its resting place; below 0 while it is pulled.
     readonly property real scrolled: scrollArea.contentY - scrollArea.originY + scrollArea.topMargin - refresh.restHeight
 
-    color: Colors.background
+    // Content that rests at its top stays there when the margin above it changes; content that was
+    // scrolled, or that a finger holds, stays where it is.
+    function applyMargin(): void {
+        const area = root.scrollArea;
+        const rested = area.contentY - area.originY <= 0.5 - d.appliedMargin;
+        d.appliedMargin = d.margin;
+        area.topMargin = d.margin;
+        if (rested && !area.dragging)
+            area.contentY = area.originY - d.margin;
+    }
 
+    color: Colors.background
+    Component.onCompleted: applyMargin()
+
+    QtObject {
+        id: d
+
+        readonly property real margin: bar.height + root.titleHeight + refresh.restHeight
+        property real appliedMargin: 0
+
+        onMarginChanged: root.applyMargin()
+    }
     Item {
         id: holder
 
@@ -39,16 +59,11 @@ Rectangle {
         property: "height"
         value: holder.height
     }
-    Binding {
-        target: root.scrollArea
-        property: "topMargin"
-        value: bar.height + root.titleHeight + refresh.restHeight
-    }
     LargeTitle {
         id: large
 
         visible: root.largeTitle && y + height > bar.height
-        y: bar.height - root.scrolled
+        y: bar.height - Math.max(0, root.scrolled)
         x: SafeArea.left + (root.safeWidth - width) / 2
         width: Math.min(root.safeWidth, Metrics.readableWidth)
         title: root.title

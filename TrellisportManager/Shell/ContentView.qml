@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import TrellisportManager.Dashboard
 import TrellisportManager.Presentation
@@ -8,36 +10,35 @@ Rectangle {
     id: root
 
     property ContentViewModel viewModel: ContentViewModel {}
-    property alias dashboard: dashboardLoader.sourceComponent
+    property Component dashboard: Component {
+        DashboardView {
+            viewModel: DashboardViewModel {}
+        }
+    }
+    property Component projects: Component {
+        TitleOnlyView {
+            title: qsTr("Projects")
+        }
+    }
+    property Component settings: Component {
+        TitleOnlyView {
+            title: qsTr("Settings")
+        }
+    }
 
     color: Colors.background
 
-    Item {
-        id: screens
-
-        anchors.left: parent.left
-        anchors.right: parent.right
-        anchors.top: parent.top
-        anchors.bottom: tabBar.top
+    Repeater {
+        model: [root.dashboard, root.projects, root.settings]
 
         Loader {
-            id: dashboardLoader
+            required property int index
+            required property Component modelData
 
-            anchors.fill: parent
-            visible: root.viewModel.selectedTab === 0
-            sourceComponent: Component {
-                DashboardView {}
-            }
-        }
-        TitleOnlyView {
-            anchors.fill: parent
-            visible: root.viewModel.selectedTab === 1
-            title: qsTr("Projects")
-        }
-        TitleOnlyView {
-            anchors.fill: parent
-            visible: root.viewModel.selectedTab === 2
-            title: qsTr("Settings")
+            width: root.width
+            height: root.height - tabBar.height
+            visible: root.viewModel.selectedTab === index
+            sourceComponent: modelData
         }
     }
     RootTabBar {

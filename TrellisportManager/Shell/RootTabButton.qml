@@ -9,6 +9,7 @@ T.TabButton {
     required property string symbol
     readonly property color tint: checked ? Colors.accent : Colors.gray
 
+    objectName: "rootTab"
     implicitWidth: Metrics.touchTarget
     implicitHeight: Metrics.tabBarHeight
     focusPolicy: Qt.TabFocus

@@ -56,12 +56,18 @@ TEST(CardView, FramesItsTitleAndContent)
 
 TEST(CardView, WithAnEmptyTitleKeepsTheTitlesLine)
 {
-    QmlScene scene(presentation, QStringLiteral("CardView"),
-                   {{QStringLiteral("title"), QString()}});
-    QQuickItem *title = scene.item(QStringLiteral("cardTitle"));
-    ASSERT_NE(title, nullptr);
-    EXPECT_EQ(title->height(), 16);
-    EXPECT_EQ(scene.root()->implicitHeight(), 16 + 16 + 8 + 16);
+    QmlScene scene(QByteArray(R"(
+        import QtQuick
+        import TrellisportManager.Presentation
+
+        CardView {
+            title: ""
+            content: Item { objectName: "content"; implicitHeight: 10 }
+        }
+    )"));
+    EXPECT_EQ(scene.item(QStringLiteral("cardTitle"))->height(), 16);
+    EXPECT_EQ(sceneRect(scene.item(QStringLiteral("content"))).y(), 16 + 16 + 8);
+    EXPECT_EQ(scene.root()->implicitHeight(), 16 + 16 + 8 + 10 + 16);
 }
 
 } // namespace
