@@ -1,4 +1,5 @@
 #include "Platform/Linux/Push/WebPushDecryption.h"
+#include "PracticeService/Push/WebPushEncryption.h"
 
 #include <gmock/gmock.h>
 
@@ -84,6 +85,37 @@ TEST(WebPushDecryption, RefusesASenderKeyThatIsNoPointOfTheCurve)
     EXPECT_EQ(decryptPushMessage(exampleKeys(), message), std::nullopt);
     message.replace(21, 65, QByteArray(65, '\0'));
     EXPECT_EQ(decryptPushMessage(exampleKeys(), message), std::nullopt);
+}
+
+TEST(WebPushEncryption, SealsThePublishedExample)
+{
+    const PushKeys receiver = exampleKeys();
+    const PushKeys sender{
+        base64url("yfWPiYE-n46HLnH0KqZOF1fJJU3MYrct3AELtAQ-oRw"), exampleMessage().mid(21, 65), {}};
+    EXPECT_EQ(practice::encryptPushMessage({receiver.publicKey, receiver.authSecret}, plaintext,
+                                           sender, exampleMessage().left(16)),
+              exampleMessage());
+}
+
+TEST(WebPushEncryption, WhatItSealsOpensAndNoTwoAreAlike)
+{
+    const auto keys = PushKeys::generate();
+    ASSERT_TRUE(keys);
+    const auto seal = [&](const QByteArray &text) {
+        return practice::encryptPushMessage({keys->publicKey, keys->authSecret}, text).value();
+    };
+    for (const qsizetype size : {0, 1, 100, 3993}) {
+        const QByteArray text(size, '\0');
+        EXPECT_EQ(decryptPushMessage(*keys, seal(text)), text) << size;
+    }
+    EXPECT_NE(seal("text"), seal("text"));
+}
+
+TEST(WebPushEncryption, RefusesAReceiverWithoutAKey)
+{
+    EXPECT_EQ(practice::encryptPushMessage({{}, {}}, "text"), std::nullopt);
+    EXPECT_EQ(practice::encryptPushMessage({QByteArray(65, '\4'), QByteArray(16, '\1')}, "text"),
+              std::nullopt);
 }
 
 TEST(PushKeys, GeneratedKeysAreValidAndNeverTheSame)

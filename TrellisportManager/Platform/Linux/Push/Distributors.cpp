@@ -8,21 +8,24 @@
 
 namespace trellisport::platform {
 
-std::optional<QString> chooseDistributor(QStringList running, const QString &named,
+std::optional<QString> chooseDistributor(DistributorNames names, const QString &named,
                                          const QString &before)
 {
+    const auto isUsable = [&](const QString &name) {
+        return names.running.contains(name) || names.startable.contains(name);
+    };
     if (!named.isEmpty()) {
         const QString name = QLatin1String(distributorPrefix) + named;
-        return running.contains(name) ? std::optional(name) : std::nullopt;
+        return isUsable(name) ? std::optional(name) : std::nullopt;
     }
-    if (running.contains(before)) {
+    if (isUsable(before)) {
         return before;
     }
-    if (running.isEmpty()) {
+    if (names.running.isEmpty()) {
         return std::nullopt;
     }
-    running.sort();
-    return running.first();
+    names.running.sort();
+    return names.running.first();
 }
 
 Distributors::Distributors(const QDBusConnection &bus, QObject *parent)
@@ -44,11 +47,20 @@ Distributors::Distributors(const QDBusConnection &bus, QObject *parent)
             });
 }
 
-void Distributors::list(std::function<void(QStringList)> answer)
+void Distributors::list(std::function<void(DistributorNames)> answer)
+{
+    askBus(QStringLiteral("ListNames"), [this, answer = std::move(answer)](const QStringList &now) {
+        askBus(QStringLiteral("ListActivatableNames"), [now, answer](const QStringList &startable) {
+            answer({now, startable});
+        });
+    });
+}
+
+void Distributors::askBus(const QString &method, std::function<void(QStringList)> answer)
 {
     const QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ListNames"));
+        QStringLiteral("org.freedesktop.DBus"), method);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [watcher, answer = std::move(answer)] {

@@ -14,10 +14,16 @@ namespace trellisport::platform {
 /// What the bus names of push services begin with.
 inline constexpr const char *distributorPrefix = "org.unifiedpush.Distributor.";
 
-/// Which of the running push services to use. named, the last part of a bus name, is what the user
-/// asked for and admits no other; else the one in use before, when it runs; else the first in the
-/// order of their names. Absent when there is none.
-[[nodiscard]] std::optional<QString> chooseDistributor(QStringList running, const QString &named,
+/// The push services of a bus, by their bus names.
+struct DistributorNames {
+    QStringList running;
+    QStringList startable; ///< by a call, running or not
+};
+
+/// Which push service to use. named, the last part of a bus name, is what the user asked for and
+/// admits no other; else the one in use before, so that it does not change with the order in which
+/// they start; else of those that run the first by name. Absent when there is none.
+[[nodiscard]] std::optional<QString> chooseDistributor(DistributorNames names, const QString &named,
                                                        const QString &before);
 
 /// Watches the push services of a bus. One thread, which runs an event loop.
@@ -26,9 +32,9 @@ class Distributors : public QObject {
 public:
     explicit Distributors(const QDBusConnection &bus, QObject *parent = nullptr);
 
-    /// Gives the names of those that run; none when the bus does not say. The answer comes later,
-    /// or never once this is gone.
-    void list(std::function<void(QStringList)> answer);
+    /// Gives their names; none when the bus does not say. The answer comes later, or never once
+    /// this is gone.
+    void list(std::function<void(DistributorNames)> answer);
 
 Q_SIGNALS:
     /// A push service has come, for the first time or again.
@@ -36,6 +42,8 @@ Q_SIGNALS:
     void vanished(const QString &name);
 
 private:
+    void askBus(const QString &method, std::function<void(QStringList)> answer);
+
     QDBusConnection m_bus;
     QDBusServiceWatcher m_watcher;
 };

@@ -11,7 +11,7 @@ namespace trellisport::platform {
 
 namespace {
 
-constexpr qint64 largest = 64 * 1024;
+constexpr qint64 largest = 65'536;
 constexpr QFileDevice::Permissions userOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 } // namespace
