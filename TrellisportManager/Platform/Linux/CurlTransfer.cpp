@@ -49,7 +49,8 @@ bool isClean(std::string_view headerText)
 
 } // namespace
 
-CurlTransfer::CurlTransfer(HttpRequest request, const CurlHttpOptions &options)
+CurlTransfer::CurlTransfer(HttpRequest request, const std::vector<HttpHeader> &conditions,
+                           const CurlHttpOptions &options)
     : m_request(std::move(request))
     , m_reply(options.replyLimit)
     , m_handle(curl_easy_init())
@@ -63,7 +64,7 @@ CurlTransfer::CurlTransfer(HttpRequest request, const CurlHttpOptions &options)
     setUp(options);
     setAddress();
     setMethodAndBody();
-    setHeaders();
+    setHeaders(conditions);
     setSecurity(options);
 }
 
@@ -121,26 +122,34 @@ void CurlTransfer::setMethodAndBody()
     }
 }
 
-void CurlTransfer::setHeaders()
+void CurlTransfer::setHeaders(const std::vector<HttpHeader> &conditions)
 {
-    const auto append = [this](const std::string &line) {
-        curl_slist *longer = curl_slist_append(m_headers.get(), line.c_str());
-        if (longer == nullptr) {
-            throw transportError(TransportFailure::Other);
-        }
-        static_cast<void>(m_headers.release());
-        m_headers.reset(longer);
-    };
     // A name and nothing behind it takes back what libcurl adds by itself.
-    append("Accept:");
-    append("Expect:");
-    for (const HttpHeader &header : m_request.headers) {
+    appendHeader("Accept:");
+    appendHeader("Expect:");
+    appendHeaders(m_request.headers);
+    appendHeaders(conditions);
+    set(CURLOPT_HTTPHEADER, m_headers.get());
+}
+
+void CurlTransfer::appendHeaders(const std::vector<HttpHeader> &headers)
+{
+    for (const HttpHeader &header : headers) {
         if (header.name.empty() || !isClean(header.name) || !isClean(header.value)) {
             throw transportError(TransportFailure::Other);
         }
-        append(header.value.empty() ? header.name + ';' : header.name + ": " + header.value);
+        appendHeader(header.value.empty() ? header.name + ';' : header.name + ": " + header.value);
     }
-    set(CURLOPT_HTTPHEADER, m_headers.get());
+}
+
+void CurlTransfer::appendHeader(const std::string &line)
+{
+    curl_slist *longer = curl_slist_append(m_headers.get(), line.c_str());
+    if (longer == nullptr) {
+        throw transportError(TransportFailure::Other);
+    }
+    static_cast<void>(m_headers.release());
+    m_headers.reset(longer);
 }
 
 void CurlTransfer::setSecurity(const CurlHttpOptions &options)

@@ -9,6 +9,8 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace trellisport::platform {
 
@@ -17,13 +19,16 @@ class CurlTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
+    /// conditions: headers sent besides the request's own.
     /// Throws TransportError when the request can't be sent.
-    CurlTransfer(HttpRequest request, const CurlHttpOptions &options);
+    CurlTransfer(HttpRequest request, const std::vector<HttpHeader> &conditions,
+                 const CurlHttpOptions &options);
     CurlTransfer(const CurlTransfer &) = delete;
     CurlTransfer &operator=(const CurlTransfer &) = delete;
     ~CurlTransfer();
 
     [[nodiscard]] CURL *handle() const { return m_handle.get(); }
+    [[nodiscard]] const HttpRequest &request() const { return m_request; }
 
     /// Looks whether bytes have moved since the last look, and gives the moment when they last
     /// did. sharesConnection: others may move bytes on the same connection, so that only those of
@@ -40,7 +45,9 @@ private:
     void setUp(const CurlHttpOptions &options);
     void setMethodAndBody();
     void setAddress();
-    void setHeaders();
+    void setHeaders(const std::vector<HttpHeader> &conditions);
+    void appendHeaders(const std::vector<HttpHeader> &headers);
+    void appendHeader(const std::string &line);
     void setSecurity(const CurlHttpOptions &options);
     template <typename Value>
     void set(CURLoption option, Value value);

@@ -6,6 +6,7 @@
 #include <exception>
 #include <thread>
 #include <utility>
+#include <variant>
 
 namespace trellisport::platform {
 
@@ -81,12 +82,19 @@ bool CurlWorker::readInbox()
 
 void CurlWorker::start(CurlJob job)
 {
+    HttpCache::Ticket ticket = m_cache.begin(job.request);
+    if (ticket.fresh) {
+        complete(job.completion, std::move(*ticket.fresh));
+        return;
+    }
     try {
-        auto transfer = std::make_unique<CurlTransfer>(std::move(job.request), m_options);
+        auto transfer =
+            std::make_unique<CurlTransfer>(std::move(job.request), ticket.conditions, m_options);
         if (curl_multi_add_handle(m_multi, transfer->handle()) != CURLM_OK) {
             throw transportError(TransportFailure::Other);
         }
-        m_running.emplace(job.id, Running{std::move(transfer), std::move(job.completion)});
+        m_running.emplace(
+            job.id, Running{std::move(transfer), std::move(ticket), std::move(job.completion)});
     } catch (const TransportError &error) {
         complete(job.completion, error);
     }
@@ -127,6 +135,12 @@ void CurlWorker::end(RunningJobs::iterator job, HttpResult result)
     const Running ended = std::move(job->second);
     m_running.erase(job);
     curl_multi_remove_handle(m_multi, ended.transfer->handle());
+    const HttpRequest &request = ended.transfer->request();
+    if (auto *reply = std::get_if<HttpReply>(&result)) {
+        *reply = m_cache.finish(request, ended.ticket, std::move(*reply));
+    } else {
+        m_cache.fail(request);
+    }
     complete(ended.completion, std::move(result));
 }
 

@@ -3,6 +3,7 @@
 #include "Platform/Linux/CurlHttpSession.h"
 #include "Platform/Linux/CurlInbox.h"
 #include "Platform/Linux/CurlTransfer.h"
+#include "Platform/Linux/HttpCache.h"
 
 #include <curl/curl.h>
 
@@ -27,6 +28,7 @@ public:
 private:
     struct Running {
         std::unique_ptr<CurlTransfer> transfer;
+        HttpCache::Ticket ticket;
         HttpSession::Completion completion;
     };
     using RunningJobs = std::map<CurlJob::Id, Running>;
@@ -43,6 +45,7 @@ private:
     CurlInbox &m_inbox;
     const CurlHttpOptions &m_options;
     CURLM *m_multi;
+    HttpCache m_cache;
     RunningJobs m_running;
     /// Since a reply came over HTTP/2, reads may share a connection.
     bool m_readsShareConnections = false;

@@ -1,5 +1,7 @@
 #include "Platform/Linux/ReplyReader.h"
 
+#include "Platform/Linux/HttpHeaders.h"
+
 #include <algorithm>
 #include <exception>
 #include <string>
@@ -15,16 +17,6 @@ constexpr curl_off_t trustedLength = curl_off_t{1} << 20;
 constexpr std::size_t decodingMargin = 64;
 /// Headers are far smaller than bodies ever are.
 constexpr std::size_t headerLimit = std::size_t{1} << 20;
-
-std::string_view trimmed(std::string_view text)
-{
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// Whether another reply follows the one with this status. Other statuses below 200 are in no use;
 /// a server that sends one means it as its answer.
