@@ -53,7 +53,7 @@ const std::vector<Agent::Activity> &Agent::activities()
         {"progress", 320, &Agent::progress},  {"bid", 700, &Agent::bid},
         {"award", 2700, &Agent::award},       {"reject", 3600, &Agent::reject},
         {"complete", 7200, &Agent::complete}, {"error", 1500, &Agent::stumble},
-        {"decision", 1200, &Agent::ask},      {"expire", 0, &Agent::expireOne},
+        {"decision", 1800, &Agent::ask},      {"expire", 0, &Agent::expireOne},
         {"report", 0, &Agent::report},
     };
     return all;

@@ -154,8 +154,8 @@ std::optional<Agent::Done> Agent::chat(const std::optional<Job> &wanted, Moment 
 
 std::optional<Agent::Done> Agent::ask(const std::optional<Job> &wanted, Moment now)
 {
-    // An owner who never answers is not asked for ever.
-    if (!wanted && m_ledger.pendingDecisions(2 * mostWaiting).size() >= 2 * mostWaiting)
+    // An owner who does not answer shall not bring all work to a halt.
+    if (!wanted && m_ledger.countWith(work::active) < 2)
         return std::nullopt;
     std::optional<Job> job = wanted && isBidding(*wanted) ? wanted : oneAtWork(wanted);
     if (!job)

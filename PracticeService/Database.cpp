@@ -10,7 +10,9 @@ namespace {
 
 [[noreturn]] void fail(const QSqlError &error)
 {
-    throw StoreError(error.text().trimmed().toStdString());
+    throw StoreError((error.databaseText().isEmpty() ? error.text() : error.databaseText())
+                         .trimmed()
+                         .toStdString());
 }
 
 } // namespace

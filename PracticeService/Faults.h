@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -40,8 +41,23 @@ public:
         return std::nullopt;
     }
 
+    /// Comes back after the delay, or when there is no more time for such things.
+    void wait(std::chrono::milliseconds delay)
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait_for(lock, delay, [this] { return m_over; });
+    }
+    void endWaiting()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_over = true;
+        m_changed.notify_all();
+    }
+
 private:
     std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_over = false;
     std::vector<Fault> m_faults;
 };
 

@@ -28,10 +28,14 @@ Moment startOf(Store &store, double speed)
 
 Keeper::Keeper(Setup setup)
 {
+    const std::string file = setup.file.string();
     std::promise<void> opened;
     m_thread = std::thread([this, &opened, setup = std::move(setup)] { live(setup, opened); });
     try {
         opened.get_future().get();
+    } catch (const StoreError &error) {
+        m_thread.join();
+        throw StoreError("Cannot use " + file + ": " + error.what() + '.');
     } catch (...) {
         m_thread.join();
         throw;

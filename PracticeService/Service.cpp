@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <thread>
 
 namespace trellisport::practice {
 
@@ -128,7 +127,7 @@ ServiceReply Service::route(const ServiceRequest &request)
     if (request.path.starts_with(apiRoot) && request.path.substr(apiRoot.size()).starts_with('/')) {
         const std::string path = request.path.substr(apiRoot.size());
         if (const auto fault = m_faults.take(path)) {
-            std::this_thread::sleep_for(fault->delay);
+            m_faults.wait(fault->delay);
             if (fault->status != 0)
                 return refusal(fault->status, "A fault asked for by a test.");
         }

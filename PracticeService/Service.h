@@ -35,6 +35,9 @@ public:
     /// Any thread, any number at a time. Never throws.
     [[nodiscard]] ServiceReply handle(const ServiceRequest &request);
 
+    /// Ends the delays that tests asked for. Any thread.
+    void endWaiting() { m_faults.endWaiting(); }
+
 private:
     using Segments = std::vector<std::string>;
     [[nodiscard]] ServiceReply route(const ServiceRequest &request);

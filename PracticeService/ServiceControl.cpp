@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <optional>
+#include <set>
 
 namespace trellisport::practice {
 
@@ -41,17 +42,19 @@ ServiceReply texts(const TextMap &map)
 
 ServiceReply Service::routeControl(const ServiceRequest &request, const Segments &path)
 {
-    if (path.size() != 2)
+    static const std::set<std::string, std::less<>> known{"devices", "tick", "advance", "fault"};
+    if (path.size() != 2 || !known.contains(path[1]))
         return refusal(404, "There is nothing under this path.");
-    if (path[1] == "devices" && request.method == "GET") {
+    const std::string method = path[1] == "devices" ? "GET" : "POST";
+    if (request.method != method)
+        return refusal(405, "Only " + method + " is possible here.");
+    if (path[1] == "devices") {
         TextMap tokens;
         for (const std::string &token :
              m_keeper.ask([](Keeper::Desk &desk) { return desk.store.devices(); }))
             tokens.emplace(std::to_string(tokens.size()), token);
         return texts(tokens);
     }
-    if (request.method != "POST")
-        return refusal(405, "Only POST is possible here.");
     if (path[1] == "tick")
         return tick(request);
     if (path[1] == "advance") {
@@ -64,17 +67,14 @@ ServiceReply Service::routeControl(const ServiceRequest &request, const Segments
         });
         return texts({{"status", "ok"}});
     }
-    if (path[1] == "fault") {
-        const auto target = queryText(request, "path");
-        const auto status = queryNumber(request, "status", 0, 200, 599);
-        const auto delay = queryNumber(request, "delay_ms", 0, 0, 120'000);
-        const auto times = queryNumber(request, "times", 1, 1, 1'000'000);
-        if (!target || !status || !delay || !times)
-            return refusal(422, "A fault needs a path, and numbers that make sense.");
-        m_faults.add({*target, *status, std::chrono::milliseconds(*delay), *times});
-        return texts({{"status", "ok"}});
-    }
-    return refusal(404, "There is nothing under this path.");
+    const auto target = queryText(request, "path");
+    const auto status = queryNumber(request, "status", 0, 200, 599);
+    const auto delay = queryNumber(request, "delay_ms", 0, 0, 120'000);
+    const auto times = queryNumber(request, "times", 1, 1, 1'000'000);
+    if (!target || !status || !delay || !times)
+        return refusal(422, "A fault needs a path, and numbers that make sense.");
+    m_faults.add({*target, *status, std::chrono::milliseconds(*delay), *times});
+    return texts({{"status", "ok"}});
 }
 
 ServiceReply Service::tick(const ServiceRequest &request)

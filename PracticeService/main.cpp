@@ -86,6 +86,7 @@ int serve(const Options &options, StopSignals &stop)
               << certificates.authority.string() << std::endl;
 
     stop.waitForOne();
+    service.endWaiting();
     listener.stop();
     return 0;
 }
