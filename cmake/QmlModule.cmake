@@ -10,6 +10,7 @@ function(trellisport_qml_module name)
         URI ${arg_URI}
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
+        DEPENDENCIES QtQuick
         SOURCES ${arg_SOURCES}
         QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS})
     # The generated registration code includes the headers by their bare names.

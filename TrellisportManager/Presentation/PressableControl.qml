@@ -7,6 +7,9 @@ import TrellisportManager.Presentation
 T.AbstractButton {
     id: control
 
+    // The distance of the keyboard's ring from the edge; below 0 it lies around the control.
+    property real focusRingMargin: -3
+
     implicitWidth: Math.max(implicitBackgroundWidth, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: Math.max(implicitBackgroundHeight, implicitContentHeight + topPadding + bottomPadding)
     focusPolicy: Qt.TabFocus
@@ -31,6 +34,7 @@ T.AbstractButton {
     }
     FocusRing {
         control: control
+        anchors.margins: control.focusRingMargin
     }
     HoverHandler {
         cursorShape: Qt.PointingHandCursor

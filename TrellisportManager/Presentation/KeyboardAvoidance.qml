@@ -1,0 +1,89 @@
+import QtQuick
+import TrellisportManager.Presentation
+
+// Keeps what has the focus in a scroll area in view: clear of the on-screen keyboard, of the bar
+// over the area's top, and of the edge when the window shrinks for a keyboard.
+Item {
+    id: root
+
+    required property Flickable scrollArea
+    // What lies over the scroll area's top edge.
+    property real coveredAbove: 0
+    // The on-screen keyboard, in the window.
+    property rect keyboard: InputMethod.visible ? InputMethod.keyboardRectangle : Qt.rect(0, 0, 0, 0)
+
+    // How much of the scroll area's foot lies behind the keyboard; its owner adds this to the
+    // bottom margin.
+    readonly property real coveredBelow: {
+        if (keyboard.height <= 0)
+            return 0;
+        const bottom = scrollArea.mapToItem(null, 0, scrollArea.height).y;
+        return Math.max(0, Math.min(scrollArea.height, bottom - keyboard.y));
+    }
+    readonly property Item focused: {
+        const item = root.Window.activeFocusItem;
+        for (let at = item; at; at = at.parent) {
+            if (at === scrollArea.contentItem)
+                return item;
+        }
+        return null;
+    }
+
+    // Scrolls no further than needed; a field taller than the room shows its cursor.
+    function reveal(): void {
+        if (!root.focused || !root.scrollArea.visible)
+            return;
+        const gap = Metrics.spacing;
+        const room = root.scrollArea.height - root.coveredAbove - root.coveredBelow - 2 * gap;
+        let part = Qt.rect(0, 0, root.focused.width, root.focused.height);
+        const text = root.focused as TextEdit;
+        if (part.height > room && text)
+            part = text.cursorRectangle;
+        const top = root.focused.mapToItem(root.scrollArea, part.x, part.y).y;
+        const above = top - root.coveredAbove - gap;
+        const below = top + part.height + gap - (root.scrollArea.height - root.coveredBelow);
+        if (above < 0)
+            root.scrollBy(above);
+        else if (below > 0)
+            root.scrollBy(Math.min(below, above));
+    }
+    function scrollBy(distance: real): void {
+        slide.to = root.scrollArea.contentY + distance;
+        slide.restart();
+    }
+
+    onFocusedChanged: soon.restart()
+    onCoveredBelowChanged: soon.restart()
+
+    // When everything that the change moves has moved.
+    Timer {
+        id: soon
+
+        interval: 0
+        onTriggered: root.reveal()
+    }
+    NumberAnimation {
+        id: slide
+
+        target: root.scrollArea
+        property: "contentY"
+        duration: 200
+        easing.type: Easing.OutCubic
+    }
+    Connections {
+        function onHeightChanged(): void {
+            soon.restart();
+        }
+
+        target: root.scrollArea
+    }
+    Connections {
+        // A field that grows, or whose cursor moves on, must not grow out of sight.
+        function onCursorRectangleChanged(): void {
+            soon.restart();
+        }
+
+        target: root.focused
+        ignoreUnknownSignals: true
+    }
+}
