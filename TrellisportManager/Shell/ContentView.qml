@@ -1,5 +1,3 @@
-pragma ComponentBehavior: Bound
-
 import QtQuick
 import TrellisportManager.Dashboard
 import TrellisportManager.Presentation
@@ -28,17 +26,26 @@ Rectangle {
 
     color: Colors.background
 
-    Repeater {
-        model: [root.dashboard, root.projects, root.settings]
+    Item {
+        id: screens
+
+        width: parent.width
+        height: parent.height - tabBar.height
 
         Loader {
-            required property int index
-            required property Component modelData
-
-            width: root.width
-            height: root.height - tabBar.height
-            visible: root.viewModel.selectedTab === index
-            sourceComponent: modelData
+            anchors.fill: parent
+            visible: root.viewModel.selectedTab === 0
+            sourceComponent: root.dashboard
+        }
+        Loader {
+            anchors.fill: parent
+            visible: root.viewModel.selectedTab === 1
+            sourceComponent: root.projects
+        }
+        Loader {
+            anchors.fill: parent
+            visible: root.viewModel.selectedTab === 2
+            sourceComponent: root.settings
         }
     }
     RootTabBar {

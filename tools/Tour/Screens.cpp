@@ -2,22 +2,19 @@
 
 namespace trellisport::tour {
 
-using Answers = ServiceControl::Answers;
-
 void drawDashboard(Stage &stage, const ServiceControl &service)
 {
-    service.answer(Answers::Never);
+    service.stall(QStringLiteral("/dashboard"));
     stage.open();
     stage.find(QStringLiteral("spinner"));
     stage.draw(QStringLiteral("dashboard-loading"));
 
-    service.answer(Answers::Normally);
     stage.open();
     stage.find(QStringLiteral("statCard5"));
     stage.settle();
     stage.draw(QStringLiteral("dashboard"));
 
-    service.answer(Answers::WithErrors);
+    service.fail(QStringLiteral("/dashboard"), 503);
     stage.open();
     stage.find(QStringLiteral("error"));
     stage.settle();

@@ -16,25 +16,14 @@ ServiceControl::ServiceControl(const QString &baseURL)
 {
 }
 
-void ServiceControl::answer(Answers how) const
+void ServiceControl::stall(const QString &path) const
 {
-    QString mode = QStringLiteral("normal");
-    switch (how) {
-    case Answers::Normally:
-        break;
-    case Answers::WithErrors:
-        mode = QStringLiteral("error");
-        break;
-    case Answers::Never:
-        mode = QStringLiteral("stall");
-        break;
-    case Answers::WithEmptyLists:
-        mode = QStringLiteral("empty");
-        break;
-    }
-    QString root = m_baseURL;
-    root.chop(int(QLatin1String("/api/v1").size()));
-    (void)exchange("POST", root + QStringLiteral("/control/answers?mode=") + mode, "{}");
+    fault(path, QStringLiteral("delay_ms=120000"));
+}
+
+void ServiceControl::fail(const QString &path, int status) const
+{
+    fault(path, QStringLiteral("status=%1").arg(status));
 }
 
 QByteArray ServiceControl::get(const QString &path) const
@@ -42,20 +31,22 @@ QByteArray ServiceControl::get(const QString &path) const
     return exchange("GET", m_baseURL + path);
 }
 
-QByteArray ServiceControl::exchange(const char *method, const QString &url,
-                                    const QByteArray &body) const
+void ServiceControl::fault(const QString &path, const QString &what) const
+{
+    QString root = m_baseURL;
+    root.chop(QLatin1String("/api/v1").size());
+    (void)exchange("POST", QStringLiteral("%1/control/fault?path=%2&%3").arg(root, path, what));
+}
+
+QByteArray ServiceControl::exchange(const char *method, const QString &url) const
 {
     struct Answer {
         std::atomic<bool> arrived = false;
         platform::HttpResult result = platform::HttpReply{};
     };
     const auto answer = std::make_shared<Answer>();
-    platform::HttpRequest request{method, url.toStdString(), {}, {}};
-    if (!body.isEmpty()) {
-        request.body = body.toStdString();
-    }
     const auto handle = platform::Platform::current().httpSession()->send(
-        std::move(request), [answer](platform::HttpResult result) {
+        {method, url.toStdString(), {}, {}}, [answer](platform::HttpResult result) {
             answer->result = std::move(result);
             answer->arrived = true;
         });

@@ -5,22 +5,23 @@
 
 namespace trellisport::tour {
 
-/// Tells a practice service that was started with --control how to answer from now on.
+/// Tells a practice service that was started with --control how to answer.
 /// Each call waits for the answer and ends the program with a sentence when it is no.
 class ServiceControl {
 public:
-    enum class Answers { Normally, WithErrors, Never, WithEmptyLists };
-
     /// baseURL: the service's, as the application has it.
     explicit ServiceControl(const QString &baseURL);
 
-    void answer(Answers how) const;
-    /// The body of a GET below the base URL, answered normally.
+    /// The next reply to a path below the base URL ("/dashboard") comes only after two minutes.
+    void stall(const QString &path) const;
+    /// The next reply to the path is an error of this status.
+    void fail(const QString &path, int status) const;
+    /// The body of a GET below the base URL.
     [[nodiscard]] QByteArray get(const QString &path) const;
 
 private:
-    [[nodiscard]] QByteArray exchange(const char *method, const QString &url,
-                                      const QByteArray &body = {}) const;
+    void fault(const QString &path, const QString &what) const;
+    [[nodiscard]] QByteArray exchange(const char *method, const QString &url) const;
 
     QString m_baseURL;
 };

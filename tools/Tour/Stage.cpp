@@ -2,10 +2,12 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QEventLoop>
 #include <QImage>
 #include <QMouseEvent>
 #include <QQmlComponent>
 #include <QTextStream>
+#include <QTimer>
 
 #include <cstdlib>
 
@@ -49,11 +51,9 @@ QQuickItem *findSeen(QQuickItem *item, const std::function<bool(const QQuickItem
 
 void spin(int milliseconds)
 {
-    QElapsedTimer timer;
-    timer.start();
-    while (timer.elapsed() < milliseconds) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    }
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
 }
 
 } // namespace
@@ -106,7 +106,7 @@ void Stage::await(const char *what, const std::function<bool()> &condition)
                        .arg(QString::fromUtf8(what))
                        .arg(patienceMilliseconds / 1000));
         }
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        spin(5);
     }
 }
 
