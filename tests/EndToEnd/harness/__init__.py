@@ -1,0 +1,1 @@
+"""Drives the real console against the real practice service, from the outside."""
