@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/Push/PushConnector.h"
 #include "Push/FakeDistributor.h"
-#include "Push/PrivateBus.h"
+#include "BusSupport/PrivateBus.h"
 #include "Support/Waiting.h"
 
 #include <QDBusReply>

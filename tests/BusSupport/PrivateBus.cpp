@@ -1,4 +1,4 @@
-#include "Push/PrivateBus.h"
+#include "BusSupport/PrivateBus.h"
 
 #include <QDBusMessage>
 #include <QDir>
