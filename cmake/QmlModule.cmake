@@ -1,8 +1,10 @@
-# trellisport_qml_module(NAME URI uri SOURCES file... QML_FILES file... [SINGLETONS file...] LINK target...)
+# trellisport_qml_module(NAME URI uri [DEPENDS uri...] SOURCES file... QML_FILES file...
+#                        [SINGLETONS file...] LINK target...)
 # One folder of the application: a static library trellisport_NAME whose C++ types and QML files are
-# the module `uri`, found below qrc:/qt/qml. Link trellisport_NAMEplugin where the program is made.
+# the module `uri`, found below qrc:/qt/qml. DEPENDS: the modules of ours whose types its types are
+# made from. Link trellisport_NAMEplugin where the program is made.
 function(trellisport_qml_module name)
-    cmake_parse_arguments(arg "" "URI" "SOURCES;QML_FILES;SINGLETONS;LINK" ${ARGN})
+    cmake_parse_arguments(arg "" "URI" "DEPENDS;SOURCES;QML_FILES;SINGLETONS;LINK" ${ARGN})
     set(target trellisport_${name})
     set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
     qt_add_library(${target} STATIC)
@@ -10,7 +12,7 @@ function(trellisport_qml_module name)
         URI ${arg_URI}
         VERSION 1.0
         RESOURCE_PREFIX /qt/qml
-        DEPENDENCIES QtQuick
+        DEPENDENCIES QtQuick ${arg_DEPENDS}
         SOURCES ${arg_SOURCES}
         QML_FILES ${arg_QML_FILES} ${arg_SINGLETONS})
     # The generated registration code includes the headers by their bare names.

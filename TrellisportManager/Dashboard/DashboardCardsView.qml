@@ -24,7 +24,12 @@ Item {
         Grid {
             id: grid
 
-            readonly property real cellWidth: (width - 2 * columnSpacing) / 3
+            readonly property real pitch: (width + columnSpacing) / 3
+
+            // Whole points, so that every edge is sharp and the last one ends with the grid.
+            function cellWidth(column: int): real {
+                return Math.round((column + 1) * pitch) - Math.round(column * pitch) - columnSpacing;
+            }
 
             width: parent.width
             columns: 3
@@ -32,13 +37,13 @@ Item {
             rowSpacing: 12
 
             Repeater {
-                model: 6
+                model: root.statCards.length
 
                 StatCard {
                     required property int index
 
                     objectName: "statCard" + index
-                    width: grid.cellWidth
+                    width: grid.cellWidth(index % 3)
                     value: root.statCards[index].value
                     label: root.statCards[index].label
                     valueColor: root.statCards[index].color
@@ -48,19 +53,23 @@ Item {
         Row {
             id: money
 
-            readonly property real cellWidth: (width - spacing) / 2
+            readonly property real pitch: (width + spacing) / 2
+
+            function cellWidth(column: int): real {
+                return Math.round((column + 1) * pitch) - Math.round(column * pitch) - spacing;
+            }
 
             width: parent.width
             spacing: 12
 
             Repeater {
-                model: 2
+                model: root.revenueCards.length
 
                 RevenueCard {
                     required property int index
 
                     objectName: "revenueCard" + index
-                    width: money.cellWidth
+                    width: money.cellWidth(index)
                     title: root.revenueCards[index].title
                     amount: root.revenueCards[index].amount
                     amountColor: root.revenueCards[index].color

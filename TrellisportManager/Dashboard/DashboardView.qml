@@ -1,6 +1,6 @@
 import QtQuick
-import TrellisportManager.Presentation
 import TrellisportManager.Dashboard
+import TrellisportManager.Presentation
 
 Screen {
     id: root
@@ -10,8 +10,6 @@ Screen {
     screenModel: viewModel
 
     NavigationPage {
-        id: page
-
         anchors.fill: parent
         title: qsTr("Dashboard")
         refreshable: true
@@ -21,75 +19,48 @@ Screen {
         scrollArea: Flickable {
             objectName: "dashboardScroll"
             contentWidth: width
-            contentHeight: content.height
+            contentHeight: column.height
 
-            Item {
-                id: content
+            // Of the three, one is seen.
+            Column {
+                id: column
 
-                readonly property real columnWidth: Math.min(width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
+                x: SafeArea.left + (parent.width - SafeArea.left - SafeArea.right - width) / 2
+                width: Math.min(parent.width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
 
-                width: parent.width
-                height: body.height
+                Item {
+                    visible: root.viewModel.content === DashboardViewModel.Spinner
+                    width: parent.width
+                    height: 200
 
-                Loader {
-                    id: body
-
-                    x: SafeArea.left + (parent.width - SafeArea.left - SafeArea.right - width) / 2
-                    width: content.columnWidth
-                    sourceComponent: {
-                        switch (root.viewModel.content) {
-                        case DashboardViewModel.Spinner:
-                            return spinner;
-                        case DashboardViewModel.Error:
-                            return failure;
-                        case DashboardViewModel.Cards:
-                            return cards;
-                        default:
-                            return null;
-                        }
+                    Spinner {
+                        objectName: "spinner"
+                        anchors.centerIn: parent
                     }
                 }
+                Item {
+                    visible: root.viewModel.content === DashboardViewModel.Error
+                    width: parent.width
+                    height: message.height + 2 * Metrics.inset
+
+                    StyledText {
+                        id: message
+
+                        objectName: "error"
+                        anchors.centerIn: parent
+                        width: Math.min(implicitWidth, parent.width - 2 * Metrics.inset)
+                        text: root.viewModel.error
+                        color: Colors.red
+                        Accessible.role: Accessible.AlertMessage
+                    }
+                }
+                DashboardCardsView {
+                    visible: root.viewModel.content === DashboardViewModel.Cards
+                    width: parent.width
+                    statCards: root.viewModel.statCards
+                    revenueCards: root.viewModel.revenueCards
+                }
             }
-        }
-    }
-
-    Component {
-        id: spinner
-
-        Item {
-            implicitHeight: 200
-
-            Spinner {
-                objectName: "spinner"
-                anchors.centerIn: parent
-            }
-        }
-    }
-    Component {
-        id: failure
-
-        Item {
-            implicitHeight: message.implicitHeight + 2 * Metrics.inset
-
-            StyledText {
-                id: message
-
-                objectName: "error"
-                anchors.horizontalCenter: parent.horizontalCenter
-                y: Metrics.inset
-                width: Math.min(implicitWidth, parent.width - 2 * Metrics.inset)
-                text: root.viewModel.error
-                color: Colors.red
-                Accessible.role: Accessible.AlertMessage
-            }
-        }
-    }
-    Component {
-        id: cards
-
-        DashboardCardsView {
-            statCards: root.viewModel.statCards
-            revenueCards: root.viewModel.revenueCards
         }
     }
 }

@@ -12,7 +12,7 @@ namespace trellisport {
 
 /// The dashboard's state and its three ways to reload: the screen appears, the owner pulls, and a
 /// timer every 60 seconds while the screen exists. Loads may overlap; the last to end wins.
-class DashboardViewModel : public ScreenModel {
+class DashboardViewModel : public trellisport::ScreenModel {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(Content content READ content NOTIFY changed FINAL)

@@ -86,7 +86,7 @@ Rectangle {
         onBackRequested: root.backRequested()
     }
     Shortcut {
-        sequences: [StandardKey.Refresh]
+        sequences: ["F5", "Ctrl+R"]
         enabled: root.visible && refresh.enabled && !refresh.refreshing
         onActivated: root.refreshRequested()
     }

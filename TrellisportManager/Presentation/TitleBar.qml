@@ -38,9 +38,8 @@ Rectangle {
             onClicked: root.backRequested()
             Accessible.name: root.backTitle
 
-            contentItem: Item {
-                implicitWidth: backLabel.x + backLabel.implicitWidth
-                implicitHeight: Metrics.titleBarHeight
+            contentItem: Row {
+                spacing: 2
 
                 SymbolImage {
                     anchors.verticalCenter: parent.verticalCenter
@@ -50,11 +49,8 @@ Rectangle {
                     color: Colors.accent
                 }
                 StyledText {
-                    id: backLabel
-
-                    x: 22
-                    width: Math.min(implicitWidth, parent.width - x)
                     anchors.verticalCenter: parent.verticalCenter
+                    width: Math.min(implicitWidth, back.width - x)
                     text: root.backTitle
                     color: Colors.accent
                     elide: Text.ElideRight

@@ -28,9 +28,8 @@ protected:
     }
 
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
-    InlineExecutor executor;
     ManualClock clock;
-    TrellisportAPI api{"https://service.example/api/v1", session, executor};
+    TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
     DashboardViewModel model{api, clock};
 };
 

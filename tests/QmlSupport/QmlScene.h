@@ -14,6 +14,13 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
+
+/// So that a failed test shows texts readably.
+inline void PrintTo(const QString &text, std::ostream *stream)
+{
+    *stream << '"' << text.toStdString() << '"';
+}
 
 namespace trellisport::test {
 

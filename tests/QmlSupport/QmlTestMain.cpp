@@ -1,8 +1,8 @@
 #include <QGuiApplication>
+#include <QtQml/qqmlextensionplugin.h>
 #include <private/qguiapplication_p.h>
 #include <qpa/qplatformaccessibility.h>
 #include <qpa/qplatformintegration.h>
-#include <QtQml/qqmlextensionplugin.h>
 
 #include <gmock/gmock.h>
 
