@@ -15,7 +15,7 @@ class CurlInbox;
 struct CurlHttpOptions {
     /// How long an exchange may go without a byte sent or received; connecting counts.
     std::chrono::milliseconds timeout = std::chrono::seconds(60);
-    /// The largest reply taken, in bytes: headers and body each.
+    /// The largest reply taken, in bytes of its body; its headers may be 256 KiB at most.
     std::size_t replyLimit = std::size_t{256} << 20;
     /// A file of certificate authorities (PEM) trusted besides the system's; empty for none.
     std::string authorityFile;

@@ -1,7 +1,7 @@
 #include "Platform/Linux/CurlTransfer.h"
 
+#include "Platform/Linux/ConnectionBytes.h"
 #include "Platform/Linux/CurlFailure.h"
-#include "Platform/Linux/SocketBytes.h"
 
 #include <algorithm>
 #include <string_view>
@@ -180,12 +180,8 @@ std::uint64_t CurlTransfer::bytesMoved(bool sharesConnection) const
     curl_easy_getinfo(m_handle.get(), CURLINFO_SIZE_UPLOAD_T, &uploaded);
     std::uint64_t moved = m_reply.bytesRead() + static_cast<std::uint64_t>(uploaded);
     if (isWrite(m_request) || !sharesConnection) {
-        // libcurl tells of headers line by line; the socket knows of every byte.
-        curl_socket_t socket = CURL_SOCKET_BAD;
-        if (curl_easy_getinfo(m_handle.get(), CURLINFO_ACTIVESOCKET, &socket) == CURLE_OK &&
-            socket != CURL_SOCKET_BAD) {
-            moved += socketBytes(socket);
-        }
+        // libcurl tells of headers line by line; the connection knows of every byte.
+        moved += connectionBytes(m_handle.get());
     }
     return moved;
 }

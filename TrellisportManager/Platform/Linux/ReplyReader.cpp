@@ -15,8 +15,8 @@ namespace {
 constexpr curl_off_t trustedLength = curl_off_t{1} << 20;
 /// Decoding reads a little beyond the end; room for it saves it a copy.
 constexpr std::size_t decodingMargin = 64;
-/// Headers are far smaller than bodies ever are.
-constexpr std::size_t headerLimit = std::size_t{1} << 20;
+/// Somewhat less than where libcurl gives up with an error of another kind.
+constexpr std::size_t headerLimit = std::size_t{256} << 10;
 
 /// Whether another reply follows the one with this status. Other statuses below 200 are in no use;
 /// a server that sends one means it as its answer.
@@ -52,7 +52,7 @@ std::size_t ReplyReader::takeBody(char *data, std::size_t size, std::size_t coun
 bool ReplyReader::readHeaderLine(std::string_view line)
 {
     m_headerBytes += line.size();
-    if (m_headerBytes > std::min(m_limit, headerLimit)) {
+    if (m_headerBytes > headerLimit) {
         m_isTooLarge = true;
         return false;
     }

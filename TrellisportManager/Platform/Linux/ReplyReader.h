@@ -13,7 +13,7 @@ namespace trellisport::platform {
 /// Puts a reply together from what libcurl hands over piece by piece.
 class ReplyReader {
 public:
-    /// limit: the most bytes taken of headers and of the body, each.
+    /// limit: the most bytes taken of the body.
     explicit ReplyReader(std::size_t limit)
         : m_limit(limit)
     {

@@ -1,0 +1,153 @@
+#include "Platform/SessionProbe.h"
+#include "Support/Waiting.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <memory>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace trellisport::test {
+namespace {
+
+using platform::CurlHttpOptions;
+using platform::CurlHttpSession;
+using platform::TransportFailure;
+
+CurlHttpOptions limited(std::size_t limit)
+{
+    CurlHttpOptions options = trustingOptions();
+    options.replyLimit = limit;
+    return options;
+}
+
+/// Reads one request, sends a beginning and then the same piece for as long as it is taken.
+ScriptedServer::Script endless(std::string beginning, std::string piece)
+{
+    return
+        [beginning = std::move(beginning), piece = std::move(piece)](ServerConnection &connection) {
+            connection.readRequest();
+            connection.send(beginning);
+            while (connection.send(piece)) {
+            }
+        };
+}
+
+/// In bytes.
+std::size_t addressSpace()
+{
+    std::ifstream file("/proc/self/statm");
+    std::size_t pages = 0;
+    file >> pages;
+    return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
+class CurlSessionLimits : public testing::Test {
+protected:
+    CurlHttpSession m_session{limited(std::size_t{1} << 20)};
+
+    TransportFailure failure(ScriptedServer::Script script)
+    {
+        const ScriptedServer server(std::move(script));
+        return SessionProbe(m_session, getRequest(server.origin() + "/a")).waitForFailure();
+    }
+};
+
+TEST_F(CurlSessionLimits, AReplyOfTheLargestSizeIsTaken)
+{
+    const ScriptedServer server(ScriptedServer::answering([](const auto &) {
+        return ScriptedServer::replyBytes(200, std::string(std::size_t{1} << 20, 'x'));
+    }));
+    SessionProbe probe(m_session, getRequest(server.origin() + "/a"));
+    EXPECT_EQ(probe.waitForReply().body.size(), std::size_t{1} << 20);
+}
+
+TEST_F(CurlSessionLimits, AnAnnouncedLengthBeyondTheLimitEndsItAtOnce)
+{
+    for (const char *length : {"1048577", "9223372036854775807", "18446744073709551616",
+                               "99999999999999999999999999999999"}) {
+        EXPECT_EQ(failure([length](ServerConnection &connection) {
+                      connection.readRequest();
+                      connection.send(std::string("HTTP/1.1 200 OK\r\nContent-Length: ") + length +
+                                      "\r\n\r\n");
+                      connection.hold();
+                  }),
+                  TransportFailure::ReplyTooLarge)
+            << length;
+    }
+}
+
+TEST_F(CurlSessionLimits, ABodyWithoutEndIsTooLarge)
+{
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\n\r\n", std::string(10'000, 'x'))),
+              TransportFailure::ReplyTooLarge);
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n",
+                              "3e8\r\n" + std::string(1000, 'x') + "\r\n")),
+              TransportFailure::ReplyTooLarge);
+}
+
+TEST_F(CurlSessionLimits, ABodyOfAnErrorWithoutEndIsTooLarge)
+{
+    EXPECT_EQ(failure(endless("HTTP/1.1 500 Oops\r\n\r\n", std::string(10'000, 'x'))),
+              TransportFailure::ReplyTooLarge);
+}
+
+TEST_F(CurlSessionLimits, HeadersWithoutEndAreTooLarge)
+{
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\n", "X-Header: value\r\n")),
+              TransportFailure::ReplyTooLarge);
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\nX-Header: a\r\n", " more\r\n")),
+              TransportFailure::ReplyTooLarge);
+}
+
+TEST_F(CurlSessionLimits, AHeaderLineWithoutEndIsTooLarge)
+{
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\nX-Header: ", std::string(1000, 'x'))),
+              TransportFailure::ReplyTooLarge);
+}
+
+TEST_F(CurlSessionLimits, InterimRepliesWithoutEndAreTooLarge)
+{
+    EXPECT_EQ(failure(endless("", "HTTP/1.1 103 Early Hints\r\nLink: </a>\r\n\r\n")),
+              TransportFailure::ReplyTooLarge);
+}
+
+TEST_F(CurlSessionLimits, TrailersWithoutEndAreTooLarge)
+{
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n",
+                              "X-Trailer: value\r\n")),
+              TransportFailure::ReplyTooLarge);
+}
+
+TEST_F(CurlSessionLimits, NoiseWithoutEndIsNoHttp)
+{
+    const ScriptedServer server(endless("noise", std::string(1000, 'x')));
+    SessionProbe probe(m_session, getRequest(server.origin() + "/a"));
+    EXPECT_EQ(probe.waitForReply().status, 0);
+}
+
+TEST_F(CurlSessionLimits, AnAnnouncedLengthSetsLittleMemoryAside)
+{
+    CurlHttpSession session(limited(std::size_t{256} << 20));
+    const ScriptedServer server([](ServerConnection &connection) {
+        connection.readRequest();
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 200000000\r\n\r\n");
+        connection.send(std::string(100'000, 'x'));
+        connection.hold();
+    });
+    constexpr int calls = 16;
+    std::vector<std::unique_ptr<SessionProbe>> probes;
+    probes.reserve(calls);
+    for (int i = 0; i < calls; ++i) {
+        probes.push_back(
+            std::make_unique<SessionProbe>(session, getRequest(server.origin() + "/a")));
+    }
+    // Address space tells more than memory in use: what is set aside is not touched yet.
+    ASSERT_TRUE(waitUntil([&] { return server.requestCount() == calls; }));
+    EXPECT_LT(addressSpace(), std::size_t{calls} * 100'000'000);
+}
+
+} // namespace
+} // namespace trellisport::test

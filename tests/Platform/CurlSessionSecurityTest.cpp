@@ -1,0 +1,141 @@
+#include "Platform/SessionProbe.h"
+
+#include <gmock/gmock.h>
+
+#include <string>
+
+namespace trellisport::test {
+namespace {
+
+using platform::CurlHttpOptions;
+using platform::CurlHttpSession;
+using platform::TransportError;
+using platform::TransportFailure;
+
+ScriptedServer::Script agreeing()
+{
+    return ScriptedServer::answering(
+        [](const auto &) { return ScriptedServer::replyBytes(200, "{}"); });
+}
+
+/// How the exchange fails with a server that would answer everything.
+TransportError failure(const ScriptedServer &server, const CurlHttpOptions &options)
+{
+    CurlHttpSession session(options);
+    SessionProbe probe(session, postRequest(server.origin() + "/a"));
+    const platform::HttpResult result = probe.wait();
+    if (const auto *error = std::get_if<TransportError>(&result)) {
+        return *error;
+    }
+    return {TransportFailure::Other, "there was a reply"};
+}
+
+TEST(CurlSessionSecurity, ATrustedServerIsTalkedTo)
+{
+    const ScriptedServer server(agreeing());
+    CurlHttpSession session(trustingOptions());
+    for (const std::string &host : {std::string("localhost"), std::string("127.0.0.1")}) {
+        SessionProbe probe(
+            session, getRequest("https://" + host + ':' + std::to_string(server.port()) + "/a"));
+        EXPECT_EQ(probe.waitForReply().status, 200);
+    }
+}
+
+TEST(CurlSessionSecurity, NothingIsSentToAServerThatCannotProveItself)
+{
+    for (const Identity identity : {Identity::Expired, Identity::NotYetValid, Identity::WrongHost,
+                                    Identity::SelfSigned, Identity::UnknownAuthority}) {
+        const ScriptedServer server(agreeing(), {.identity = identity});
+        const TransportError error = failure(server, trustingOptions());
+        EXPECT_EQ(error.failure(), TransportFailure::SecureConnectionFailed)
+            << static_cast<int>(identity);
+        EXPECT_STREQ(error.what(), "The server's certificate could not be trusted.");
+        EXPECT_EQ(server.requestCount(), 0);
+    }
+}
+
+TEST(CurlSessionSecurity, TheTestAuthorityCountsOnlyWhereItIsNamed)
+{
+    const ScriptedServer server(agreeing());
+    EXPECT_EQ(failure(server, {}).failure(), TransportFailure::SecureConnectionFailed);
+    EXPECT_EQ(server.requestCount(), 0);
+}
+
+TEST(CurlSessionSecurity, AFileOfAuthoritiesThatCannotBeReadIsAFailure)
+{
+    const ScriptedServer server(agreeing());
+    CurlHttpOptions options;
+    options.authorityFile = "/nowhere/at-all.pem";
+    const TransportError error = failure(server, options);
+    EXPECT_EQ(error.failure(), TransportFailure::SecureConnectionFailed);
+    EXPECT_STREQ(error.what(), "The file of certificate authorities could not be read.");
+}
+
+TEST(CurlSessionSecurity, OldTlsIsRefused)
+{
+    const ScriptedServer server(agreeing(), {.newestTls = TLS1_1_VERSION});
+    EXPECT_EQ(failure(server, trustingOptions()).failure(),
+              TransportFailure::SecureConnectionFailed);
+    EXPECT_EQ(server.handshakes(), 0);
+}
+
+TEST(CurlSessionSecurity, Tls12IsTaken)
+{
+    const ScriptedServer server(agreeing(), {.newestTls = TLS1_2_VERSION});
+    CurlHttpSession session(trustingOptions());
+    SessionProbe probe(session, getRequest(server.origin() + "/a"));
+    EXPECT_EQ(probe.waitForReply().status, 200);
+}
+
+TEST(CurlSessionSecurity, AServerWithoutTlsIsNotTalkedTo)
+{
+    const ScriptedServer server(
+        [](ServerConnection &connection) {
+            connection.readSome();
+            connection.send(ScriptedServer::replyBytes(200, "{}"));
+        },
+        {.speaksTls = false});
+    const TransportError error = failure(server, trustingOptions());
+    EXPECT_EQ(error.failure(), TransportFailure::SecureConnectionFailed);
+    EXPECT_STREQ(error.what(), "A secure connection to the server could not be made.");
+    EXPECT_EQ(server.requestCount(), 0);
+}
+
+TEST(CurlSessionSecurity, AnEndWithinTheHandshakeIsAFailureOfIt)
+{
+    for (const bool hard : {false, true}) {
+        const ScriptedServer server(
+            [hard](ServerConnection &connection) {
+                connection.readSome();
+                hard ? connection.reset() : connection.cut();
+            },
+            {.speaksTls = false});
+        EXPECT_EQ(failure(server, trustingOptions()).failure(),
+                  TransportFailure::SecureConnectionFailed);
+    }
+}
+
+TEST(CurlSessionSecurity, APortWhereNobodyListensIsUnreachable)
+{
+    int port = 0;
+    {
+        const ScriptedServer gone(agreeing());
+        port = gone.port();
+    }
+    CurlHttpSession session(trustingOptions());
+    SessionProbe probe(session, getRequest("https://localhost:" + std::to_string(port) + "/a"));
+    EXPECT_EQ(probe.waitForFailure(), TransportFailure::CannotConnect);
+}
+
+TEST(CurlSessionSecurity, ANameThatNobodyHasIsNotFound)
+{
+    CurlHttpSession session(trustingOptions());
+    SessionProbe probe(session, getRequest("https://no-such-host.invalid/a"));
+    const platform::HttpResult result = probe.wait();
+    const auto &error = std::get<TransportError>(result);
+    EXPECT_EQ(error.failure(), TransportFailure::HostNotFound);
+    EXPECT_STREQ(error.what(), "The server could not be found.");
+}
+
+} // namespace
+} // namespace trellisport::test

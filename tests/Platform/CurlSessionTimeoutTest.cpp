@@ -1,0 +1,141 @@
+#include "Platform/SessionProbe.h"
+#include "Support/Waiting.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <chrono>
+#include <string>
+#include <thread>
+
+namespace trellisport::test {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::CurlHttpSession;
+using platform::TransportFailure;
+
+constexpr std::chrono::milliseconds timeout = 1s;
+/// A byte comes well before the time is over, the whole takes several times as long.
+constexpr std::chrono::milliseconds pause = 50ms;
+
+class CurlSessionTimeout : public testing::Test {
+protected:
+    CurlHttpSession m_session{trustingOptions(timeout)};
+
+    void expectTimeout(ScriptedServer::Script script, const ServerOptions &options = {})
+    {
+        const ScriptedServer server(std::move(script), options);
+        const auto start = std::chrono::steady_clock::now();
+        SessionProbe probe(m_session, getRequest(server.origin() + "/a"));
+        EXPECT_EQ(probe.waitForFailure(), TransportFailure::TimedOut);
+        EXPECT_GE(std::chrono::steady_clock::now() - start, timeout);
+    }
+};
+
+TEST_F(CurlSessionTimeout, SilenceAfterTheRequestEndsIt)
+{
+    expectTimeout([](ServerConnection &connection) { connection.hold(); });
+}
+
+TEST_F(CurlSessionTimeout, SilenceInTheHandshakeEndsIt)
+{
+    expectTimeout([](ServerConnection &connection) { connection.hold(); }, {.speaksTls = false});
+}
+
+TEST_F(CurlSessionTimeout, SilenceInTheHeadersEndsIt)
+{
+    expectTimeout([](ServerConnection &connection) {
+        connection.readRequest();
+        connection.send("HTTP/1.1 200 OK\r\nContent-Le");
+        connection.hold();
+    });
+}
+
+TEST_F(CurlSessionTimeout, SilenceInTheBodyEndsIt)
+{
+    expectTimeout([](ServerConnection &connection) {
+        connection.readRequest();
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nab");
+        connection.hold();
+    });
+}
+
+TEST_F(CurlSessionTimeout, SilenceAfterAnInterimReplyEndsIt)
+{
+    expectTimeout([](ServerConnection &connection) {
+        connection.readRequest();
+        connection.send("HTTP/1.1 100 Continue\r\n\r\n");
+        connection.hold();
+    });
+}
+
+TEST_F(CurlSessionTimeout, AServerThatStopsReadingEndsIt)
+{
+    std::atomic<bool> hasEnded = false;
+    const ScriptedServer server([&](ServerConnection &connection) {
+        connection.read(1000);
+        EXPECT_TRUE(waitUntil([&] { return hasEnded.load(); }));
+    });
+    SessionProbe probe(m_session, postRequest(server.origin() + "/a", std::string(64 << 20, 'x')));
+    EXPECT_EQ(probe.waitForFailure(), TransportFailure::TimedOut);
+    hasEnded = true;
+}
+
+TEST_F(CurlSessionTimeout, AReplyThatDripsSlowlyIsWaitedFor)
+{
+    const std::string body(40, 'x');
+    const ScriptedServer server([&](ServerConnection &connection) {
+        connection.readRequest();
+        connection.send("HTTP/1.1 200 OK\r\nContent-Length: 40\r\n\r\n");
+        connection.drip(body, pause);
+    });
+    SessionProbe probe(m_session, getRequest(server.origin() + "/a"));
+    EXPECT_EQ(probe.waitForReply().body, body);
+}
+
+TEST_F(CurlSessionTimeout, HeadersThatDripSlowlyAreWaitedFor)
+{
+    const ScriptedServer server([](ServerConnection &connection) {
+        connection.readRequest();
+        connection.drip("HTTP/1.1 200 " + std::string(30, 'k'), pause);
+        connection.send("\r\nContent-Length: 2\r\n\r\n{}");
+    });
+    SessionProbe probe(m_session, getRequest(server.origin() + "/a"));
+    EXPECT_EQ(probe.waitForReply().body, "{}");
+}
+
+TEST_F(CurlSessionTimeout, ARequestThatIsTakenSlowlyIsWaitedFor)
+{
+    const ScriptedServer server(
+        [](ServerConnection &connection) {
+            for (int i = 0; i < 40; ++i) {
+                connection.read(200'000);
+                std::this_thread::sleep_for(pause);
+            }
+            connection.readRequest();
+            connection.send(ScriptedServer::replyBytes(200, "{}"));
+            connection.hold();
+        },
+        {.receiveBuffer = 100'000});
+    // The end is made to look like a request of its own, so that the script notices it.
+    const std::string body = std::string(40 << 20, 'x') + "\r\n\r\n";
+    SessionProbe probe(m_session, postRequest(server.origin() + "/a", body));
+    EXPECT_EQ(probe.waitForReply().body, "{}");
+}
+
+TEST_F(CurlSessionTimeout, OneSilentExchangeDoesNotHoldUpOthers)
+{
+    const ScriptedServer silent([](ServerConnection &connection) { connection.hold(); });
+    const ScriptedServer quick(ScriptedServer::answering(
+        [](const auto &) { return ScriptedServer::replyBytes(200, "{}"); }));
+    SessionProbe waiting(m_session, getRequest(silent.origin() + "/a"));
+    for (int i = 0; i < 20; ++i) {
+        SessionProbe probe(m_session, getRequest(quick.origin() + "/a"));
+        EXPECT_EQ(probe.waitForReply().status, 200);
+    }
+    EXPECT_EQ(waiting.waitForFailure(), TransportFailure::TimedOut);
+}
+
+} // namespace
+} // namespace trellisport::test
