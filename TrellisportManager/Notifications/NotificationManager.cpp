@@ -1,5 +1,7 @@
 #include "Notifications/NotificationManager.h"
 
+#include "Platform/Platform.h"
+
 #include <string_view>
 #include <utility>
 
@@ -41,7 +43,11 @@ QCoro::Task<> upload(const TrellisportAPI &api, std::string token)
 
 NotificationManager &NotificationManager::shared()
 {
-    static NotificationManager manager;
+    static NotificationManager manager = [] {
+        platform::Platform &platform = platform::Platform::current();
+        return NotificationManager(TrellisportAPI::shared(), platform.userNotificationCenter(),
+                                   platform.application(), platform.mainQueue());
+    }();
     return manager;
 }
 

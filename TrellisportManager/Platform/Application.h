@@ -44,6 +44,11 @@ public:
     virtual void closeWindow() = 0;
 };
 
+enum class LaunchReason {
+    User,    ///< somebody wants the window
+    Message, ///< a message for us has to be received; nobody wants a window
+};
+
 /// The running program.
 class Application {
 public:
@@ -54,10 +59,11 @@ public:
     Application &operator=(const Application &) = delete;
     virtual ~Application() = default;
 
-    /// The whole life of the program, called by main() and only there: makes the entry, tells its
-    /// delegate of the launch, shows the window unless the start was for a message alone, and runs
-    /// the event loop. Gives the exit status.
-    virtual int run(int &argc, char **argv, const MakeEntry &makeEntry) = 0;
+    /// The whole life of the program, called by main() and only there, while there is no toolkit
+    /// application: makes the entry, tells its delegate of the launch, shows the window when the
+    /// user wants it, and runs the event loop. Gives the exit status. Where the program runs
+    /// already, that one comes to the front and this one ends.
+    virtual int run(int &argc, char **argv, LaunchReason reason, const MakeEntry &makeEntry) = 0;
 
     /// Asks for a device token, which the delegate is given later. Main thread; returns at once.
     virtual void registerForRemoteNotifications() = 0;

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "Platform/Application.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
 #include "Platform/Executor.h"
 #include "Platform/HttpSession.h"
 #include "Platform/LinkOpener.h"
+#include "Platform/MainQueue.h"
 #include "Platform/TextRules.h"
+#include "Platform/UserNotificationCenter.h"
 
 #include <memory>
 
@@ -30,6 +33,9 @@ public:
     [[nodiscard]] virtual const Environment &environment() = 0;
     [[nodiscard]] virtual LinkOpener &linkOpener() = 0;
     [[nodiscard]] virtual Clock &clock() = 0;
+    [[nodiscard]] virtual MainQueue &mainQueue() = 0;
+    [[nodiscard]] virtual UserNotificationCenter &userNotificationCenter() = 0;
+    [[nodiscard]] virtual Application &application() = 0;
 };
 
-}  // namespace trellisport::platform
+} // namespace trellisport::platform

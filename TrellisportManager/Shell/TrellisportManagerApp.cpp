@@ -1,5 +1,6 @@
 #include "Shell/TrellisportManagerApp.h"
 
+#include <QWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
 Q_IMPORT_QML_PLUGIN(TrellisportManager_PresentationPlugin)
@@ -10,14 +11,35 @@ namespace trellisport {
 
 TrellisportManagerApp::TrellisportManagerApp(NotificationManager &notifications)
     : m_notifications(notifications)
+    , m_appDelegate(notifications)
 {
-    m_engine.addImportPath(QStringLiteral(":/qt/qml"));
 }
 
-bool TrellisportManagerApp::show()
+bool TrellisportManagerApp::showWindow()
 {
-    m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/TrellisportManager/Shell/AppWindow.qml")));
-    return !m_engine.rootObjects().isEmpty();
+    if (!m_engine) {
+        m_engine = std::make_unique<QQmlApplicationEngine>();
+        m_engine->addImportPath(QStringLiteral(":/qt/qml"));
+        m_engine->load(QUrl(QStringLiteral("qrc:/qt/qml/TrellisportManager/Shell/AppWindow.qml")));
+    }
+    const auto roots = m_engine->rootObjects();
+    auto *window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first());
+    if (!window) {
+        m_engine.reset();
+        return false;
+    }
+    if (window->windowStates().testFlag(Qt::WindowMinimized)) {
+        window->showNormal();
+    }
+    window->show();
+    window->raise();
+    window->requestActivate();
+    return true;
+}
+
+void TrellisportManagerApp::closeWindow()
+{
+    m_engine.reset();
 }
 
 } // namespace trellisport

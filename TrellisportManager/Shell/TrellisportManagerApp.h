@@ -1,25 +1,31 @@
 #pragma once
 
 #include "Notifications/NotificationManager.h"
+#include "Platform/Application.h"
+#include "Shell/AppDelegate.h"
 
 #include <QQmlApplicationEngine>
+
+#include <memory>
 
 namespace trellisport {
 
 /// The application: one window that shows ContentView, always in the dark scheme. Its parts are
 /// made in the order in which they need each other.
-class TrellisportManagerApp {
+class TrellisportManagerApp : public platform::ApplicationEntry {
 public:
-    /// Made after the QGuiApplication; notifications must outlive it.
+    /// notifications must outlive it.
     explicit TrellisportManagerApp(
         NotificationManager &notifications = NotificationManager::shared());
 
-    /// Brings up the window. False when it could not be made; what went wrong is on standard error.
-    bool show();
+    [[nodiscard]] platform::ApplicationDelegate &delegate() override { return m_appDelegate; }
+    bool showWindow() override;
+    void closeWindow() override;
 
 private:
     NotificationManager &m_notifications;
-    QQmlApplicationEngine m_engine;
+    AppDelegate m_appDelegate;
+    std::unique_ptr<QQmlApplicationEngine> m_engine; ///< with the window; absent without one
 };
 
 } // namespace trellisport

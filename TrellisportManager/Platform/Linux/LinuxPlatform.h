@@ -4,6 +4,9 @@
 #include "Platform/Linux/LinuxEnvironment.h"
 #include "Platform/Linux/LinuxLinkOpener.h"
 #include "Platform/Linux/QtClock.h"
+#include "Platform/Linux/Session/LinuxApplication.h"
+#include "Platform/Linux/Session/LinuxNotificationCenter.h"
+#include "Platform/Linux/Session/MainThreadQueue.h"
 #include "Platform/Linux/ThreadPoolExecutor.h"
 #include "Platform/Platform.h"
 
@@ -21,11 +24,20 @@ public:
     [[nodiscard]] const Environment &environment() override { return m_environment; }
     [[nodiscard]] LinkOpener &linkOpener() override { return m_linkOpener; }
     [[nodiscard]] Clock &clock() override { return m_clock; }
+    [[nodiscard]] MainQueue &mainQueue() override { return m_mainQueue; }
+    [[nodiscard]] UserNotificationCenter &userNotificationCenter() override
+    {
+        return m_notificationCenter;
+    }
+    [[nodiscard]] Application &application() override { return m_application; }
 
 private:
     LinuxEnvironment m_environment;
     LinuxLinkOpener m_linkOpener;
     QtClock m_clock;
+    MainThreadQueue m_mainQueue;
+    LinuxNotificationCenter m_notificationCenter;
+    LinuxApplication m_application{m_mainQueue, m_notificationCenter};
     std::once_flag m_executorOnce;
     std::optional<ThreadPoolExecutor> m_executor;
     std::once_flag m_textRulesOnce;

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "Platform/Linux/Notifications/NotificationPresenter.h"
+#include "Platform/Linux/Push/PushConnector.h"
+#include "Platform/Linux/Push/SeenMessages.h"
+#include "Platform/Linux/Session/ActivationToken.h"
+#include "Platform/Linux/Session/IdleWatch.h"
+
+#include <QDBusConnection>
+#include <QObject>
+#include <QString>
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace trellisport::platform {
+
+/// All that the program is on the session bus: its name, its activation, its push messages and its
+/// notifications. Lives on the thread that made it, which runs an event loop.
+class BusSession : public QObject {
+    Q_OBJECT
+public:
+    struct Setup {
+        QString id;                              ///< bus name and desktop file
+        QString path;                            ///< of org.freedesktop.Application
+        QString name;                            ///< as a person reads it
+        QString stateFolder;                     ///< what push services need us to remember
+        QString distributor;                     ///< the only push service to use; empty: any
+        std::chrono::milliseconds grace{20'000}; ///< for what may still come, without a window
+    };
+    /// Called on the session's thread.
+    struct Events {
+        /// Somebody wants the window. done is called once, on any thread, after setWindow() when
+        /// the window is there, and with false when there can be none.
+        std::function<void(ActivationToken, std::function<void(bool isThere)> done)> bringUp;
+        std::function<bool()> isInFront;
+        std::function<void(const UserNotification &, std::function<void(PresentationOptions)>)>
+            willPresent;
+        /// The user opened a notification; the window is there. On the thread of bringUp's done.
+        std::function<void(const UserNotification &)> didReceive;
+        std::function<void(std::vector<std::uint8_t> token)> registered;
+        std::function<void(std::string reason)> refused;
+        /// There is no window and nothing left to do: the program should end. The name is given
+        /// back by then.
+        std::function<void()> leave;
+    };
+
+    /// Puts everything on the bus but the name.
+    BusSession(const QDBusConnection &bus, Setup setup, Events events);
+    BusSession(const BusSession &) = delete;
+    BusSession &operator=(const BusSession &) = delete;
+    ~BusSession() override;
+
+    /// From here on the program can be called. False when another instance is.
+    [[nodiscard]] bool claimName();
+    /// Brings that other instance to the front; false when it does not answer.
+    [[nodiscard]] bool activateOther(const ActivationToken &token) const;
+
+    void authorize(AuthorizationOptions options,
+                   UserNotificationCenter::AuthorizationCompletion completion);
+    void registerDevice();
+    /// Whether there is a window now. Without one the session decides when to leave.
+    void setWindow(bool isThere);
+
+private:
+    void activate(const ActivationToken &token, std::function<void()> then);
+    void messageArrived(const PushMessage &message, std::function<void()> done);
+    void update();
+    void leave();
+
+    QDBusConnection m_bus;
+    Setup m_setup;
+    Events m_events;
+    SeenMessages m_seen;
+    NotificationPresenter m_presenter;
+    PushConnector m_connector;
+    IdleWatch m_idle;
+    bool m_hasWindow = false;
+    int m_underWay = 0; ///< messages and windows that are being shown
+};
+
+} // namespace trellisport::platform

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Platform/Application.h"
+#include "Platform/Linux/Session/ActivationToken.h"
+#include "Platform/Linux/Session/LinuxNotificationCenter.h"
+#include "Platform/Linux/Session/MainThreadQueue.h"
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace trellisport::platform {
+
+class BusSession;
+class BusThread;
+class ToolkitApplication;
+
+/// The program's life on a desktop or phone with a session bus: one instance, with or without a
+/// window, until there is nothing left to do.
+class LinuxApplication : public Application {
+public:
+    LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center);
+    LinuxApplication(const LinuxApplication &) = delete;
+    LinuxApplication &operator=(const LinuxApplication &) = delete;
+    ~LinuxApplication() override;
+
+    int run(int &argc, char **argv, LaunchReason reason, const MakeEntry &makeEntry) override;
+    void registerForRemoteNotifications() override;
+
+private:
+    struct Wish {
+        ActivationToken token;
+        std::function<void(bool isThere)> done;
+    };
+
+    void startSession();
+    void endSession();
+    int live(LaunchReason reason, const ActivationToken &token, const MakeEntry &makeEntry);
+    int runEventLoop();
+    /// Brings up the window, now or, when the toolkit can't show one yet, between two event loops.
+    void bringUp(Wish wish);
+    bool show(const ActivationToken &token);
+    [[nodiscard]] bool becomeGraphical(const ActivationToken &token);
+    void windowClosed();
+
+    MainThreadQueue &m_queue;
+    LinuxNotificationCenter &m_center;
+    std::atomic<bool> m_isInFront = false;
+    std::unique_ptr<ToolkitApplication> m_toolkit;
+    std::unique_ptr<BusThread> m_bus;
+    BusSession *m_session = nullptr; ///< lives on the bus thread; null when there is no bus
+    std::unique_ptr<ApplicationEntry> m_entry;
+    std::vector<Wish> m_wishes;
+    bool m_hasEnded = false; ///< the event loop was told to end for good
+};
+
+} // namespace trellisport::platform
