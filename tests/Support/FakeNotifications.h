@@ -84,7 +84,8 @@ private:
 /// Counts what it is asked for; runs nothing.
 class FakeApplication : public platform::Application {
 public:
-    int run(int & /*argc*/, char ** /*argv*/, const MakeEntry & /*makeEntry*/) override
+    int run(int & /*argc*/, char ** /*argv*/, platform::LaunchReason /*reason*/,
+            const MakeEntry & /*makeEntry*/) override
     {
         return 0;
     }
