@@ -24,7 +24,7 @@ auto Agent::step(Moment now, const Action &action)
     m_workflow.setRandom(m_random.fork(1));
     m_store.setNote("step", std::to_string(m_step));
     m_store.setNote("clock", isoText(now));
-    const auto result = action();
+    auto result = action();
     transaction.commit();
     for (const Alert &alert : m_workflow.takeAlerts())
         m_sink(alert);

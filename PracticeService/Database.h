@@ -43,7 +43,7 @@ public:
     {
         QSqlQuery &query = started(sql, values...);
         // An answer that is not read to its end would hold back the write-ahead log.
-        const Finisher finisher{query};
+        const Finisher finisher(query);
         while (query.next())
             row(static_cast<const QSqlQuery &>(query));
     }
@@ -53,7 +53,7 @@ public:
     QVariant one(const char *sql, const Values &...values)
     {
         QSqlQuery &query = started(sql, values...);
-        const Finisher finisher{query};
+        const Finisher finisher(query);
         return query.next() ? query.value(0) : QVariant();
     }
 
@@ -80,9 +80,18 @@ private:
     };
     explicit Database(const Opening &opening);
 
-    struct Finisher {
-        QSqlQuery &query;
-        ~Finisher() { query.finish(); }
+    class Finisher {
+    public:
+        explicit Finisher(QSqlQuery &query)
+            : m_query(query)
+        {
+        }
+        Finisher(const Finisher &) = delete;
+        Finisher &operator=(const Finisher &) = delete;
+        ~Finisher() { m_query.finish(); }
+
+    private:
+        QSqlQuery &m_query;
     };
 
     static QVariant bound(std::string_view text)

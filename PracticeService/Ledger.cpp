@@ -102,6 +102,7 @@ void Ledger::addEvent(const Job &job, const char *type, const std::string &event
                    " VALUES (?, ?, ?, ?, ?)",
                    job.row, isoText(now), event,
                    detail.empty() ? std::optional<std::string>() : detail, type);
+    m_database.run("UPDATE projects SET updated_at = ? WHERE row = ?", isoText(now), job.row);
 }
 
 void Ledger::log(const Job &job, const std::string &type, const std::string &content, Moment now)
@@ -147,7 +148,7 @@ void Ledger::addReport(const Job &job, const Report &report)
 
 std::string Ledger::ask(const Job &job, const std::string &question, int minutes, Moment now)
 {
-    const std::string id = newId();
+    std::string id = newId();
     m_database.run("INSERT INTO decisions (project, id, question, status, timeout_minutes,"
                    " notified_at) VALUES (?, ?, ?, 'pending', ?, ?)",
                    job.row, id, question, minutes == 0 ? std::optional<int>() : minutes,

@@ -83,6 +83,7 @@ public:
     void setRepository(Job &job, const std::string &url, Moment now);
 
     void say(const Job &job, bool byAgent, const std::string &text, Moment now);
+    /// Also counts as a change of the project.
     void addEvent(const Job &job, const char *type, const std::string &event,
                   const std::string &detail, Moment now);
     void log(const Job &job, const std::string &type, const std::string &content, Moment now);

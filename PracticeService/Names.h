@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 
@@ -12,7 +13,7 @@ inline constexpr const char *ourUsername = "trellis_agent";
 /// "1850.00".
 [[nodiscard]] inline std::string moneyText(double amount)
 {
-    const auto cents = static_cast<std::int64_t>(amount * 100.0 + 0.5);
+    const auto cents = static_cast<std::int64_t>(std::llround(amount * 100.0));
     const std::string fraction = std::to_string(cents % 100);
     return std::to_string(cents / 100) + (fraction.size() == 1 ? ".0" : ".") + fraction;
 }

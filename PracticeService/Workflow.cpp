@@ -72,7 +72,7 @@ Job Workflow::discover(const Story &story, int copy, Moment now)
                                {{"title", story.title}, {"n", std::to_string(copy + 1)}});
         project.owner += std::to_string(copy + 1);
     }
-    const Job job = m_ledger.addProject(project, now);
+    Job job = m_ledger.addProject(project, now);
     m_ledger.addEvent(job, "discovery", "Project discovered",
                       "Found on the marketplace, posted by @" + job.owner, now);
     return job;

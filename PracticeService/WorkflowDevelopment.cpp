@@ -137,7 +137,7 @@ std::string Workflow::ask(Job &job, Moment now)
 std::string Workflow::ask(Job &job, const Dilemma &dilemma, Moment now)
 {
     const std::string question = expand(dilemma.question, wordsFor(job));
-    const std::string id = m_ledger.ask(job, question, dilemma.timeoutMinutes, now);
+    std::string id = m_ledger.ask(job, question, dilemma.timeoutMinutes, now);
     m_ledger.addEvent(job, kindOf(job), "Decision requested",
                       question.substr(0, question.find('\n')), now);
     m_ledger.log(job, "info", "Waiting for the owner: " + question, now);

@@ -48,11 +48,10 @@ public:
         }).detach();
     }
 
-    void waitForOne()
-    {
-        m_state->serving = true;
-        m_state->asked.get_future().wait();
-    }
+    /// From now on there is something to close.
+    void servingBegins() { m_state->serving = true; }
+
+    void waitForOne() { m_state->asked.get_future().wait(); }
 
 private:
     struct State {
@@ -81,6 +80,7 @@ int serve(const Options &options, StopSignals &stop)
     Keeper keeper({std::filesystem::path(options.dataFolder) / "state.sqlite", options.seed,
                    options.scale, options.speed, [](const Alert &) {}});
     Service service(keeper, options.control);
+    stop.servingBegins();
     listener.start(service, options.verbose);
     std::cout << "listening on https://127.0.0.1:" << listener.port() << "/api/v1, authority "
               << certificates.authority.string() << std::endl;

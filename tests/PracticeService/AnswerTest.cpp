@@ -82,6 +82,15 @@ TEST(Answer, ShowsInTheCountTheLogTheTimelineAndTheChat)
     EXPECT_EQ(after.back().sender, "agent");
 }
 
+TEST(Answer, BringsTheProjectToTheTopOfTheList)
+{
+    PracticeDesk desk;
+    const auto open = desk.openDecisions().front();
+    desk.keeper().ask([](Keeper::Desk &inside) { inside.clock.advance(seconds(5)); });
+    ASSERT_EQ(desk.answer(open, "Yes").status, 200);
+    EXPECT_EQ(desk.read<std::vector<Project>>("/projects").front().id, open.project);
+}
+
 TEST(Answer, UnblocksTheProject)
 {
     PracticeDesk desk;

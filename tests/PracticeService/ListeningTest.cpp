@@ -120,8 +120,8 @@ TEST_F(Listening, BytesThatAreNoHttpDoNoHarm)
         "GET / HTTP/1.1\r\nX: " + std::string(20'000, 'a') + "\r\n\r\n",
         "GET /%zz%00%ff HTTP/1.1\r\nConnection: close\r\n\r\n",
         "POST /api/v1/devices HTTP/1.1\r\nContent-Length: -5\r\nConnection: close\r\n\r\n",
-        "POST /api/v1/devices HTTP/1.1\r\nTransfer-Encoding: chunked\r\n"
-        "Connection: close\r\n\r\nzz\r\n\r\n",
+        ("POST /api/v1/devices HTTP/1.1\r\nTransfer-Encoding: chunked\r\n"
+         "Connection: close\r\n\r\nzz\r\n\r\n"),
         std::string("\0\1\2\3\r\n\r\n", 8),
     };
     for (const std::string &bytes : garbage) {
@@ -131,11 +131,20 @@ TEST_F(Listening, BytesThatAreNoHttpDoNoHarm)
     }
 }
 
+TEST_F(Listening, LongestPathIsJustUnknown)
+{
+    CurlClient client(m_service.authority());
+    EXPECT_EQ(client.get(m_service.url() + '/' + std::string(8000, 'a')).status, 404);
+    EXPECT_EQ(client.send("PUT", m_service.url() + '/' + std::string(8000, 'a'), "{}").status, 404);
+}
+
 TEST_F(Listening, ManyClientsAtOnceAreServed)
 {
+    constexpr int clientCount = 12;
     std::vector<std::thread> clients;
+    clients.reserve(clientCount);
     std::atomic<int> served{0};
-    for (int number = 0; number < 12; ++number) {
+    for (int number = 0; number < clientCount; ++number) {
         clients.emplace_back([&] {
             CurlClient client(m_service.authority());
             for (int request = 0; request < 15; ++request)
@@ -144,7 +153,7 @@ TEST_F(Listening, ManyClientsAtOnceAreServed)
     }
     for (std::thread &client : clients)
         client.join();
-    EXPECT_EQ(served, 12 * 15);
+    EXPECT_EQ(served, clientCount * 15);
 }
 
 } // namespace

@@ -13,6 +13,8 @@ class ServiceProcess {
 public:
     /// Starts it on a free port and waits for its line; url() is empty when there is none.
     explicit ServiceProcess(const QString &folder, const QStringList &arguments = {});
+    ServiceProcess(const ServiceProcess &) = delete;
+    ServiceProcess &operator=(const ServiceProcess &) = delete;
     /// Kills it when it still runs.
     ~ServiceProcess();
 

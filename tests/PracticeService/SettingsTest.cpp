@@ -29,7 +29,10 @@ std::size_t countWith(PracticeDesk &desk, const char *work)
 TEST(Settings, AreReplacedWhole)
 {
     PracticeDesk desk;
-    const TextMap config{{"preview_mode", "false"}, {"", "empty key"}, {"något", "annat\n🙂"}};
+    const TextMap config{{"preview_mode", "false"},
+                         {"", "empty key"},
+                         {std::string("a\0b", 3), ""},
+                         {"något", "annat\n🙂"}};
     const ServiceReply reply = desk.send("PUT", "/api/v1/config", encode(config));
     EXPECT_EQ(reply.status, 200);
     EXPECT_THAT(decode<TextMap>(reply.body), ElementsAre(Pair("status", "ok")));
