@@ -12,11 +12,11 @@ REGISTRY = (PREFIX + "Registry", "/org/a11y/atspi/accessible/root")
 CALL_LIMIT_MS = 5000
 
 # The protocol's numbers; the names that programs give with them differ between toolkit versions.
-ROLES = {2: "alert", 7: "check box", 23: "window", 27: "image", 29: "label", 31: "list",
-         32: "list item", 37: "page tab", 38: "page tab list", 39: "panel", 42: "progress bar",
-         43: "button", 49: "scroll area", 61: "text", 62: "toggle button", 75: "application",
-         79: "text", 83: "heading", 85: "section", 88: "link", 98: "list", 99: "panel",
-         101: "notification", 116: "label"}
+ROLES = {2: "alert", 7: "check box", 20: "filler", 23: "window", 27: "image", 29: "label",
+         31: "list", 32: "list item", 37: "page tab", 38: "page tab list", 39: "panel",
+         42: "progress bar", 43: "button", 49: "scroll area", 61: "text", 62: "toggle button",
+         75: "application", 79: "text", 83: "heading", 85: "section", 88: "link", 98: "list",
+         99: "panel", 101: "notification", 116: "label"}
 STATES = {"checked": 4, "enabled": 8, "focusable": 11, "focused": 12, "multi line": 17,
           "selected": 23, "sensitive": 24, "showing": 25, "visible": 30, "read only": 43}
 
@@ -32,13 +32,11 @@ class Node:
     address: tuple
     role: str
     name: str
-    description: str
     states: frozenset
     x: int = 0
     y: int = 0
     width: int = 0
     height: int = 0
-    actions: list = field(default_factory=list)
     children: list = field(default_factory=list)
 
     @property
@@ -65,8 +63,7 @@ class Node:
         more = "".join(f" [{word}]" for word in sorted(
             self.states & {"checked", "focused", "selected"}))
         hidden = "" if self.showing else " hidden"
-        yield (f"{'  ' * depth}{self.role} {self.name!r} {place}{hidden}{more} "
-               f"{'/'.join(self.actions)}".rstrip())
+        yield f"{'  ' * depth}{self.role} {self.name!r} {place}{hidden}{more}"
         for child in self.children:
             yield from child.lines(depth + 1)
 
@@ -91,10 +88,16 @@ class AccessibleProgram:
         """The whole tree, from the application down. Raises Gone when it changed meanwhile."""
         return self._node(self._root)
 
+    def actions(self, node):
+        """The names of what can be done with it, as it is now."""
+        if PREFIX + "Action" not in self._call(node.address, "Accessible", "GetInterfaces"):
+            return []
+        return [action[0] for action in self._call(node.address, "Action", "GetActions")]
+
     def act(self, node, action):
         """Does the named action. Raises Gone when the node is not there or can't do it."""
         done = self._call(node.address, "Action", "DoAction",
-                          GLib.Variant("(i)", (node.actions.index(action),)))
+                          GLib.Variant("(i)", (self.actions(node).index(action),)))
         if not done:
             raise Gone(f"{node.role} {node.name!r} refused to {action}")
 
@@ -116,16 +119,14 @@ class AccessibleProgram:
             address=address,
             role=self._role(address),
             name=self._property(address, "Name"),
-            description=self._property(address, "Description"),
             states=frozenset(name for name, bit in STATES.items() if bits >> bit & 1))
-        interfaces = self._call(address, "Accessible", "GetInterfaces")
-        if PREFIX + "Component" in interfaces:
+        if node.role != "application":
             node.x, node.y, node.width, node.height = self._call(
                 address, "Component", "GetExtents", GLib.Variant("(u)", (0,)))
-        if PREFIX + "Action" in interfaces:
-            node.actions = [action[0] for action in self._call(address, "Action", "GetActions")]
-        node.children = [self._node(tuple(child))
-                         for child in self._call(address, "Accessible", "GetChildren")]
+        # What stands on a screen that is not shown is of no interest.
+        if node.role == "application" or "visible" in node.states:
+            node.children = [self._node(tuple(child))
+                             for child in self._call(address, "Accessible", "GetChildren")]
         return node
 
     def _role(self, address):

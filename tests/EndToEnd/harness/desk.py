@@ -14,8 +14,6 @@ from pathlib import Path
 
 from gi.repository import Gio
 
-from .checks import wait_until
-
 BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC
  "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -32,9 +30,13 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC
 """
 ACCESSIBILITY_SERVICE = Path("/usr/share/dbus-1/services/org.a11y.Bus.service")
 # What a program may inherit from whoever runs the test.
-INHERITED = ("PATH", "LD_LIBRARY_PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS")
+INHERITED = ("LD_LIBRARY_PATH", "ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS")
 PR_SET_PDEATHSIG = 1
 STOP_LIMIT = 10
+# Stands in for what opens links: it only notes them.
+BROWSER = """#!/bin/sh
+echo "$1" >>"{folder}/opened"
+"""
 
 
 def _die_with_parent():
@@ -106,24 +108,29 @@ class Desk:
     def _begin(self):
         home = self.folder / "home"
         home.mkdir()
+        tools = self.folder / "bin"
+        tools.mkdir()
+        browser = tools / "xdg-open"
+        browser.write_text(BROWSER.format(folder=self.folder), encoding="utf-8")
+        browser.chmod(0o755)
         self.environment = {name: os.environ[name] for name in INHERITED if name in os.environ}
         self.environment.update(
-            HOME=str(home), XDG_RUNTIME_DIR=str(self.folder), LC_ALL="C.UTF-8",
-            DISPLAY=self._start_display(), DBUS_SESSION_BUS_ADDRESS=self._bus_address())
+            PATH=f"{tools}:{os.environ['PATH']}", HOME=str(home), LC_ALL="C.UTF-8",
+            XDG_RUNTIME_DIR=str(self.folder), DISPLAY=self._start_display(),
+            DBUS_SESSION_BUS_ADDRESS=self._bus_address())
         self._start_session_bus()
         self.accessibility = connect(self._accessibility_address())
 
+    def opened_links(self):
+        """What programs have given to the browser so far."""
+        notes = self.folder / "opened"
+        return notes.read_text(encoding="utf-8").splitlines() if notes.exists() else []
+
     def _start_display(self):
-        reader, writer = os.pipe()
-        command = ["Xvfb", "-displayfd", writer, "-screen", 0,
+        command = ["Xvfb", "-displayfd", "{}", "-screen", 0,
                    f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-noreset",
                    "-fbdir", self.folder]
-        self._run(command, dict(os.environ), (writer,))
-        os.close(writer)
-        with os.fdopen(reader) as number:
-            display = number.readline().strip()
-        if not display:
-            raise RuntimeError("Xvfb does not start:\n" + self._programs[0].output())
+        display = self._run_until_ready(command, dict(os.environ))
         self.framebuffer = self.folder / "Xvfb_screen0"
         return f":{display}"
 
@@ -136,9 +143,9 @@ class Desk:
         shutil.copy(ACCESSIBILITY_SERVICE, services)
         configuration = self.folder / "bus.conf"
         configuration.write_text(BUS_CONFIGURATION.format(folder=self.folder), encoding="utf-8")
-        self._run(["dbus-daemon", "--nofork", "--nopidfile", f"--config-file={configuration}"],
-                  self.environment)
-        wait_until("the session bus listens", (self.folder / "bus").exists)
+        self._run_until_ready(
+            ["dbus-daemon", "--nofork", "--nopidfile", f"--config-file={configuration}",
+             "--print-address={}"], self.environment)
 
     def _accessibility_address(self):
         session = connect(self._bus_address())
@@ -147,9 +154,18 @@ class Desk:
         session.close_sync(None)
         return reply.unpack()[0]
 
-    def _run(self, command, environment, pass_fds=()):
-        log = self.folder / f"{command[0]}.log"
-        self._programs.append(Program(command, environment, log, pass_fds))
+    def _run_until_ready(self, command, environment):
+        """Gives the line that the program writes to the descriptor {} once it is ready."""
+        reader, writer = os.pipe()
+        program = Program([str(word).format(writer) for word in command], environment,
+                          self.folder / f"{command[0]}.log", (writer,))
+        self._programs.append(program)
+        os.close(writer)
+        with os.fdopen(reader) as lines:
+            line = lines.readline().strip()
+        if not line:
+            raise RuntimeError(f"{command[0]} does not start:\n{program.output()}")
+        return line
 
     def _end(self):
         # The bus first: what it started ends with it, and needs the display no more.

@@ -18,6 +18,12 @@ class Screen:
                 if node is not self.window and node.showing and self._inside(node)
                 and id(node) not in self._without]
 
+    def present(self):
+        """Everything that is shown, also what must be scrolled to."""
+        return [] if self.window is None else [
+            node for node in self.window.walk()
+            if node.width > 0 and node.height > 0 and id(node) not in self._without]
+
     def all(self, role, name=None):
         return [node for node in self.seen()
                 if node.role == role and name in (None, node.name)]

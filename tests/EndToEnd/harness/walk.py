@@ -4,7 +4,7 @@ from .checks import check
 from .screen import Screen
 
 # What only groups other things need no words of its own.
-CONTAINERS = {"application", "window", "panel", "list", "page tab list", "scroll area", "section"}
+CONTAINERS = {"window", "panel", "filler", "list", "page tab list", "scroll area", "section"}
 OPERATED_BY = {"button": {"Press"}, "page tab": {"Press"}, "link": {"Press"},
                "list item": {"Press"}, "check box": {"Toggle"}, "toggle button": {"Toggle"},
                "text": {"SetFocus"}}
@@ -20,11 +20,11 @@ DOT = 10
 CORNER = 14
 
 
-def problems(screen, picture):
+def problems(console, screen, picture):
     """Sentences about what is wrong; empty when nothing is."""
     found = []
     for node in screen.seen():
-        found += _problems_of(node)
+        found += _problems_of(node, console.actions(node))
     return [*found, *_unspoken_marks(screen, picture)]
 
 
@@ -32,7 +32,10 @@ def check_walk(what, console):
     """Looks at the screen as it is and checks all of it."""
     picture = console.picture_at_rest()
     screen = console.look_at_rest()
-    found = problems(screen, picture)
+    found = problems(console, screen, picture)
+    if found:
+        # Something may have changed between the picture and the look.
+        found = problems(console, screen := console.look_at_rest(), console.picture_at_rest())
     operable = [node for node in screen.seen() if node.role in OPERATED_BY]
     spoken = [node for node in screen.seen() if node.role in SPOKEN and node.name]
     check(f"{what}: {len(spoken)} things are spoken, {len(operable)} of them can be operated, "
@@ -44,25 +47,23 @@ def check_walk_notices(console):
     picture = console.picture_at_rest()
     screen = console.look_at_rest()
     label = screen.all("label")[0]
-    found = problems(Screen(screen.root, without=[label]), picture)
+    found = problems(console, Screen(screen.root, without=[label]), picture)
     check(f"without {label.name!r} on the accessibility bus the walk would complain", found)
 
 
-def _problems_of(node):
+def _problems_of(node, actions):
     where = f"{node.role} {node.name!r} at ({node.x}, {node.y}, {node.width} x {node.height})"
+    wanted = OPERATED_BY.get(node.role, set())
+    if not wanted and {"Press", "Toggle"} & set(actions):
+        yield f"{where} can be pressed, but its role does not say so"
     if node.role in CONTAINERS:
-        if "Press" in node.actions or "Toggle" in node.actions:
-            yield f"{where} can be pressed, but its role does not say so"
         return
     if node.role not in SPOKEN:
         yield f"{where} has a role that is not expected here"
     if not node.name.strip():
         yield f"{where} has no name"
-    wanted = OPERATED_BY.get(node.role, set())
-    if not wanted <= set(node.actions):
-        yield f"{where} lacks the action {'/'.join(wanted)}, it has {node.actions}"
-    if not wanted and {"Press", "Toggle"} & set(node.actions):
-        yield f"{where} can be pressed, but its role does not say so"
+    if not wanted <= set(actions):
+        yield f"{where} lacks the action {'/'.join(wanted)}, it has {actions}"
 
 
 def _unspoken_marks(screen, picture):
