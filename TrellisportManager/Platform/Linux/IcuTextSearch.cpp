@@ -1,13 +1,13 @@
 #include "Platform/Linux/IcuTextSearch.h"
 
+#include "Platform/Linux/AsciiFolding.h"
+
 #include <unicode/bytestream.h>
 #include <unicode/normalizer2.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -17,22 +17,6 @@ namespace {
 
 /// In Turkish it makes another letter of the capital I before it.
 constexpr UChar32 dotAbove = 0x307;
-constexpr std::size_t wordSize = sizeof(std::uint64_t);
-
-constexpr std::uint64_t everyByte(unsigned char byte)
-{
-    return ~std::uint64_t{0} / 0xff * byte;
-}
-
-bool isAscii(std::uint64_t word)
-{
-    return (word & everyByte(0x80)) == 0;
-}
-
-bool isAscii(char c)
-{
-    return (static_cast<unsigned char>(c) & 0x80) == 0;
-}
 
 /// CR LF is one character.
 bool isWithinLineEnd(char before, char after)
@@ -46,57 +30,6 @@ std::size_t find(std::string_view text, std::string_view part, std::size_t from)
     const void *found = memmem(text.data() + from, text.size() - from, part.data(), part.size());
     return found ? static_cast<std::size_t>(static_cast<const char *>(found) - text.data())
                  : std::string_view::npos;
-}
-
-/// The first bytes of the code points beyond ASCII that fold to ASCII alone, and the second ones.
-constexpr std::array<std::pair<unsigned char, unsigned char>, 9> disguises = {{
-    {0xc3, 0x9f}, // sharp s
-    {0xc4, 0xb0}, // Turkish dotted capital I
-    {0xc5, 0xbf}, // long s
-    {0xcc, 0x87}, // the dot, when on a Turkish I
-    {0xcd, 0xbe}, // Greek question mark
-    {0xe1, 0xba}, // capital sharp s
-    {0xe1, 0xbf}, // Greek accent
-    {0xe2, 0x84}, // Kelvin sign
-    {0xef, 0xac}, // ligatures
-}};
-
-constexpr auto beginsDisguise = [] {
-    std::array<bool, 256> begins = {};
-    for (const auto &[first, second] : disguises) {
-        begins[first] = true;
-    }
-    return begins;
-}();
-
-/// Whether the text may hold one of them. May be true of others too.
-bool mayFoldToAscii(std::string_view text)
-{
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
-        const auto first = static_cast<unsigned char>(text[i]);
-        if (beginsDisguise[first]) {
-            const auto second = static_cast<unsigned char>(text[i + 1]);
-            if (std::find(disguises.begin(), disguises.end(), std::pair(first, second)) !=
-                disguises.end()) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-/// Eight bytes at once; only ASCII letters change. The capital I stays when it is the capital of
-/// something else.
-std::uint64_t lowercased(std::uint64_t word, bool keepI)
-{
-    const std::uint64_t low = word & everyByte(0x7f);
-    const std::uint64_t fromA = low + everyByte(0x80 - 'A');
-    const std::uint64_t beyondZ = low + everyByte(0x80 - 'Z' - 1);
-    std::uint64_t isUpper = fromA & ~beyondZ & ~word & everyByte(0x80);
-    if (keepI) {
-        isUpper &= (low ^ everyByte('I')) + everyByte(0x7f);
-    }
-    return word | (isUpper >> 2);
 }
 
 UChar32 nextOfAnyLength(std::string_view text, std::size_t &offset)
@@ -181,7 +114,7 @@ IcuTextSearch::IcuTextSearch(std::shared_ptr<const IcuFoldTable> table, std::str
 
 bool IcuTextSearch::isIn(std::string_view text)
 {
-    if (m_part.empty()) {
+    if (m_part.empty() || text.empty()) {
         return false;
     }
     switch (lookForAscii(text)) {
@@ -203,7 +136,7 @@ bool IcuTextSearch::isIn(std::string_view text)
 void IcuTextSearch::reserve(std::size_t textSize)
 {
     // No code point grows more than threefold; each is copied with room to spare.
-    const std::size_t needed = 3 * textSize + sizeof(IcuFoldTable::Entry::bytes);
+    const std::size_t needed = 3 * textSize + IcuFoldTable::Entry::capacity;
     if (m_folded.size() < needed) {
         m_folded.resize(needed);
     }
@@ -212,26 +145,8 @@ void IcuTextSearch::reserve(std::size_t textSize)
 bool IcuTextSearch::foldAscii(std::string_view text)
 {
     reserve(text.size());
-    const bool keepI = m_table->isTurkic();
-    std::uint64_t all = 0;
-    const auto take = [&, out = m_folded.data()](std::size_t offset, std::size_t size) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text.data() + offset, size);
-        all |= word;
-        word = lowercased(word, keepI);
-        std::memcpy(out + offset, &word, wordSize);
-    };
-    if (text.size() < wordSize) {
-        take(0, text.size());
-    } else {
-        const std::size_t last = text.size() - wordSize;
-        for (std::size_t offset = 0; offset < last; offset += wordSize) {
-            take(offset, wordSize);
-        }
-        take(last, wordSize); // may overlap the one before, to the same result
-    }
     m_foldedSize = text.size();
-    return isAscii(all);
+    return copyAsciiLowercased(text, m_folded.data(), m_table->isTurkic());
 }
 
 IcuTextSearch::Finding IcuTextSearch::lookForAscii(std::string_view text)
