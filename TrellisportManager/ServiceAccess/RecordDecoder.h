@@ -3,6 +3,7 @@
 #include "ServiceAccess/CodingErrors.h"
 #include "ServiceAccess/JsonPlace.h"
 #include "ServiceAccess/Records.h"
+#include "ServiceAccess/TextArena.h"
 
 #include <simdjson.h>
 
@@ -24,9 +25,6 @@ namespace trellisport::decoding {
 
 using simdjson::dom::element;
 using simdjson::dom::element_type;
-
-template <typename T>
-T read(element value, const JsonPlace &place);
 
 /// A field's type when it is optional: what it holds when it is not absent.
 template <typename T>
@@ -51,52 +49,12 @@ concept Map = requires
     typename T::mapped_type;
 };
 
-/// Turns into a value where one is constructed: a record cannot be moved into its place.
-template <typename T>
-struct InPlace {
-    element value;
-    const JsonPlace &place;
-    operator T() const { return read<T>(value, place); } // NOLINT(google-explicit-constructor)
-};
-
-template <typename T>
-T readList(element value, const JsonPlace &place)
-{
-    if (value.type() != element_type::ARRAY) {
-        place.failMismatch("a list");
-    }
-    const simdjson::dom::array array = value.get_array().value_unsafe();
-    T list;
-    list.reserve(array.size());
-    for (const element item : array) {
-        const JsonPlace itemPlace(place, list.size());
-        list.emplace_back(InPlace<typename T::value_type>{item, itemPlace});
-    }
-    return list;
-}
-
 inline simdjson::dom::object objectIn(element value, const JsonPlace &place)
 {
     if (value.type() != element_type::OBJECT) {
         place.failMismatch("an object");
     }
     return value.get_object().value_unsafe();
-}
-
-template <typename T>
-T readMap(element value, const JsonPlace &place)
-{
-    // Collected first, since a repeated key's earlier values do not count.
-    std::map<std::string_view, element> entries;
-    for (const auto &[key, entry] : objectIn(value, place)) {
-        entries.insert_or_assign(key, entry);
-    }
-    T map;
-    for (const auto &[key, entry] : entries) {
-        map.emplace_hint(map.end(), key,
-                         read<typename T::mapped_type>(entry, JsonPlace(place, key)));
-    }
-    return map;
 }
 
 template <typename T>
@@ -125,24 +83,8 @@ public:
         }
     }
 
-    template <std::size_t index>
-    [[nodiscard]] auto get(const JsonPlace &parent) const
-    {
-        using Field =
-            std::remove_cvref_t<decltype(std::declval<T>().*std::get<index>(T::fields).member)>;
-        const JsonPlace place(parent, keys<T>[index]);
-        if constexpr (Optional<Field>::value) {
-            if (!m_present[index] || m_values[index].is_null()) {
-                return Field();
-            }
-            return Field(read<typename Optional<Field>::Value>(m_values[index], place));
-        } else {
-            if (!m_present[index]) {
-                place.failKeyMissing();
-            }
-            return read<Field>(m_values[index], place);
-        }
-    }
+    [[nodiscard]] bool has(std::size_t index) const { return m_present[index]; }
+    [[nodiscard]] element operator[](std::size_t index) const { return m_values[index]; }
 
 private:
     [[nodiscard]] static std::size_t find(std::string_view key, std::size_t expected)
@@ -164,19 +106,7 @@ private:
     std::array<bool, fieldCount<T>> m_present = {};
 };
 
-template <typename T>
-T readRecord(element value, const JsonPlace &place)
-{
-    const Members<T> members(objectIn(value, place));
-    return [&]<std::size_t... index>(std::index_sequence<index...>)
-    {
-        // Braces keep the order: the first failure in the table is the one thrown.
-        return T{members.template get<index>(place)...};
-    }
-    (std::make_index_sequence<fieldCount<T>>());
-}
-
-inline Text readText(element value, const JsonPlace &place)
+inline std::string_view textIn(element value, const JsonPlace &place)
 {
     if (value.type() != element_type::STRING) {
         place.failMismatch("a text");
@@ -184,7 +114,7 @@ inline Text readText(element value, const JsonPlace &place)
     return value.get_string().value_unsafe();
 }
 
-inline std::int64_t readInteger(element value, const JsonPlace &place)
+inline std::int64_t integerIn(element value, const JsonPlace &place)
 {
     // A positive integer beyond the signed range has a type of its own.
     if (value.type() != element_type::INT64) {
@@ -193,7 +123,7 @@ inline std::int64_t readInteger(element value, const JsonPlace &place)
     return value.get_int64().value_unsafe();
 }
 
-inline double readNumber(element value, const JsonPlace &place)
+inline double numberIn(element value, const JsonPlace &place)
 {
     double number = 0;
     if (value.get_double().get(number)) {
@@ -202,7 +132,7 @@ inline double readNumber(element value, const JsonPlace &place)
     return number;
 }
 
-inline bool readBoolean(element value, const JsonPlace &place)
+inline bool booleanIn(element value, const JsonPlace &place)
 {
     if (value.type() != element_type::BOOL) {
         place.failMismatch("true or false");
@@ -210,32 +140,119 @@ inline bool readBoolean(element value, const JsonPlace &place)
     return value.get_bool().value_unsafe();
 }
 
-template <typename T>
-T read(element value, const JsonPlace &place)
-{
-    if (value.is_null()) {
-        place.failValueMissing();
+/// Makes values of a document's elements. Throws DecodingError.
+class RecordDecoder {
+public:
+    explicit RecordDecoder(TextArena &texts)
+        : m_texts(texts)
+    {
     }
-    if constexpr (std::is_same_v<T, Text>) {
-        return readText(value, place);
-    } else if constexpr (std::is_same_v<T, std::string>) {
-        return std::string(readText(value, place).view());
-    } else if constexpr (std::is_same_v<T, std::int64_t>) {
-        return readInteger(value, place);
-    } else if constexpr (std::is_same_v<T, double>) {
-        return readNumber(value, place);
-    } else if constexpr (std::is_same_v<T, bool>) {
-        return readBoolean(value, place);
-    } else if constexpr (List<T>) {
-        return readList<T>(value, place);
-    } else if constexpr (Map<T>) {
-        return readMap<T>(value, place);
-    } else if constexpr (std::is_same_v<T, AppConfig>) {
-        return AppConfig(readMap<TextMap>(value, place));
-    } else {
-        static_assert(Record<T>);
-        return readRecord<T>(value, place);
+
+    template <typename T>
+    [[nodiscard]] T read(element value, const JsonPlace &place) const
+    {
+        if (value.is_null()) {
+            place.failValueMissing();
+        }
+        if constexpr (std::is_same_v<T, Text>) {
+            return m_texts.make(textIn(value, place));
+        } else if constexpr (std::is_same_v<T, std::string>) {
+            return std::string(textIn(value, place));
+        } else if constexpr (std::is_same_v<T, std::int64_t>) {
+            return integerIn(value, place);
+        } else if constexpr (std::is_same_v<T, double>) {
+            return numberIn(value, place);
+        } else if constexpr (std::is_same_v<T, bool>) {
+            return booleanIn(value, place);
+        } else if constexpr (List<T>) {
+            return readList<T>(value, place);
+        } else if constexpr (Map<T>) {
+            return readMap<T>(value, place);
+        } else if constexpr (std::is_same_v<T, AppConfig>) {
+            return AppConfig(readMap<TextMap>(value, place));
+        } else {
+            static_assert(Record<T>);
+            return readRecord<T>(value, place);
+        }
     }
-}
+
+private:
+    /// Turns into a value where one is constructed: a record cannot be moved into its place.
+    template <typename T>
+    struct InPlace {
+        const RecordDecoder &decoder;
+        element value;
+        const JsonPlace &place;
+        operator T() const // NOLINT(google-explicit-constructor)
+        {
+            return decoder.read<T>(value, place);
+        }
+    };
+
+    template <typename T>
+    [[nodiscard]] T readList(element value, const JsonPlace &place) const
+    {
+        if (value.type() != element_type::ARRAY) {
+            place.failMismatch("a list");
+        }
+        const simdjson::dom::array array = value.get_array().value_unsafe();
+        T list;
+        list.reserve(array.size());
+        for (const element item : array) {
+            const JsonPlace itemPlace(place, list.size());
+            list.emplace_back(InPlace<typename T::value_type>{*this, item, itemPlace});
+        }
+        return list;
+    }
+
+    template <typename T>
+    [[nodiscard]] T readMap(element value, const JsonPlace &place) const
+    {
+        // Collected first, since a repeated key's earlier values do not count.
+        std::map<std::string_view, element> entries;
+        for (const auto &[key, entry] : objectIn(value, place)) {
+            entries.insert_or_assign(key, entry);
+        }
+        T map;
+        for (const auto &[key, entry] : entries) {
+            map.emplace_hint(map.end(), key,
+                             read<typename T::mapped_type>(entry, JsonPlace(place, key)));
+        }
+        return map;
+    }
+
+    template <typename T>
+    [[nodiscard]] T readRecord(element value, const JsonPlace &place) const
+    {
+        const Members<T> members(objectIn(value, place));
+        return [&]<std::size_t... index>(std::index_sequence<index...>)
+        {
+            // Braces keep the order: the first failure in the table is the one thrown.
+            return T{readField<T, index>(members, place)...};
+        }
+        (std::make_index_sequence<fieldCount<T>>());
+    }
+
+    template <typename T, std::size_t index>
+    [[nodiscard]] auto readField(const Members<T> &members, const JsonPlace &record) const
+    {
+        using Field =
+            std::remove_cvref_t<decltype(std::declval<T>().*std::get<index>(T::fields).member)>;
+        const JsonPlace place(record, keys<T>[index]);
+        if constexpr (Optional<Field>::value) {
+            if (!members.has(index) || members[index].is_null()) {
+                return Field();
+            }
+            return Field(read<typename Optional<Field>::Value>(members[index], place));
+        } else {
+            if (!members.has(index)) {
+                place.failKeyMissing();
+            }
+            return read<Field>(members[index], place);
+        }
+    }
+
+    TextArena &m_texts;
+};
 
 } // namespace trellisport::decoding

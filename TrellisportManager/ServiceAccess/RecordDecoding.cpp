@@ -7,8 +7,9 @@ namespace trellisport {
 template <typename T>
 T decode(std::string body)
 {
+    TextArena texts(body.size());
     const JsonDocument document(std::move(body));
-    return decoding::read<T>(document.root(), JsonPlace());
+    return decoding::RecordDecoder(texts).read<T>(document.root(), JsonPlace());
 }
 
 template Project decode(std::string);

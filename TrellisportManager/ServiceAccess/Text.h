@@ -22,7 +22,7 @@ concept TextSource = std::convertible_to<const T &, std::string_view> && !std::s
 
 /// An immutable text. It holds the bytes it was made from (UTF-8 when it comes from decoding; NUL
 /// is a byte like any other) and is one pointer wide, because lists hold several hundred thousand
-/// of them. Copies share one block and cost one counter step; different copies may be used on
+/// of them. Copies share the bytes and cost one counter step; different copies may be used on
 /// different threads.
 class Text {
 public:
@@ -91,11 +91,18 @@ public:
 
 private:
     friend class OptionalText;
+    friend class TextArena;
 
-    /// The bytes follow it in the same piece of the heap.
+    /// A piece of the heap with one text or, from a TextArena, several.
+    struct Chunk {
+        /// How many hold on to it. The last one frees it.
+        std::atomic<std::uint32_t> holders;
+    };
+
+    /// Lies in a chunk; its bytes follow it.
     struct Block {
-        mutable std::atomic<std::uint32_t> references;
         std::uint32_t size;
+        std::uint32_t distance; ///< from the start of the chunk
         [[nodiscard]] const char *bytes() const noexcept
         {
             return reinterpret_cast<const char *>(this + 1);
@@ -107,19 +114,32 @@ private:
     {
     }
     [[nodiscard]] static Text make(std::string_view utf8);
-    static void destroy(const Block *block) noexcept;
+    /// Puts a block with these bytes at this distance into the chunk, where there must be room.
+    [[nodiscard]] static const Block *place(Chunk *chunk, std::size_t distance,
+                                            std::string_view utf8) noexcept;
+    [[nodiscard]] static Chunk *makeChunk(std::size_t size, std::uint32_t holders);
+    static void letGo(Chunk *chunk, std::uint32_t holders) noexcept
+    {
+        if (chunk->holders.fetch_sub(holders, std::memory_order_acq_rel) == holders) {
+            destroy(chunk);
+        }
+    }
+    static void destroy(Chunk *chunk) noexcept;
+    [[nodiscard]] Chunk *chunk() const noexcept
+    {
+        const char *start = reinterpret_cast<const char *>(m_block) - m_block->distance;
+        return reinterpret_cast<Chunk *>(const_cast<char *>(start));
+    }
     void retain() const noexcept
     {
         if (m_block) {
-            m_block->references.fetch_add(1, std::memory_order_relaxed);
+            chunk()->holders.fetch_add(1, std::memory_order_relaxed);
         }
     }
     void release() const noexcept
     {
-        // The only holder need not count down: nobody else can reach the block.
-        if (m_block && (m_block->references.load(std::memory_order_acquire) == 1 ||
-                        m_block->references.fetch_sub(1, std::memory_order_acq_rel) == 1)) {
-            destroy(m_block);
+        if (m_block) {
+            letGo(chunk(), 1);
         }
     }
 

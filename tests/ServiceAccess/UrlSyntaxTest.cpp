@@ -136,6 +136,24 @@ TEST(UrlSyntax, SplitsAddressesInBrackets)
     EXPECT_FALSE(withoutPort->port);
 }
 
+TEST(UrlSyntax, ReferencesNeedNoSchemeAndNoHost)
+{
+    for (const char *text : {"https://agent.example/x", "mailto:agent", "owner/repository",
+                             "/owner/repository?tab=1#top", "//agent.example", "?a", "#b",
+                             "https:///x", "%41"}) {
+        EXPECT_TRUE(isURLReference(text)) << text;
+    }
+}
+
+TEST(UrlSyntax, WhatTheStandardWantsEscapedIsNoReference)
+{
+    for (const char *text : {"", "owner repository", "https://agent.example/a b", "h\u00e9",
+                             "https://agent.example/[1]", "https://[::1", "100%", "a:b:c/<d>", "\n",
+                             "1https://agent.example"}) {
+        EXPECT_FALSE(isURLReference(text)) << text;
+    }
+}
+
 TEST(UrlSyntax, TakesIdentifiersOfAnyLength)
 {
     std::string url(base);
