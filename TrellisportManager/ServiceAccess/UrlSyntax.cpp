@@ -6,7 +6,8 @@ namespace trellisport {
 
 namespace {
 
-bool isUri(std::string_view text)
+/// A URI or a relative reference.
+bool isReference(std::string_view text)
 {
     UriUriA uri;
     const char *errorPosition = nullptr;
@@ -41,7 +42,7 @@ std::optional<std::string_view> takeAfter(std::string_view &text, char mark, std
 
 std::optional<UrlParts> splitURL(std::string_view url)
 {
-    if (url.empty() || !isUri(url)) {
+    if (url.empty() || !isReference(url)) {
         return {};
     }
     // In a valid URI each mark below can only stand where it separates.
@@ -75,6 +76,11 @@ std::optional<UrlParts> splitURL(std::string_view url)
 bool isAbsoluteURL(std::string_view url)
 {
     return splitURL(url).has_value();
+}
+
+bool isURLReference(std::string_view text)
+{
+    return !text.empty() && isReference(text);
 }
 
 } // namespace trellisport
