@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Push/PushConnector.h"
-#include "Push/FakeDistributor.h"
+#include "BusSupport/FakeDistributor.h"
 #include "BusSupport/PrivateBus.h"
 #include "Support/Waiting.h"
 

@@ -41,6 +41,7 @@ BusSession::BusSession(const QDBusConnection &bus, Setup setup, Events events)
 
 BusSession::~BusSession()
 {
+    m_bus.unregisterService(m_setup.id);
     m_bus.unregisterObject(m_setup.path);
 }
 

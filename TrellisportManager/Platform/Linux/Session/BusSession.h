@@ -52,6 +52,7 @@ public:
     BusSession(const QDBusConnection &bus, Setup setup, Events events);
     BusSession(const BusSession &) = delete;
     BusSession &operator=(const BusSession &) = delete;
+    /// Gives the name back.
     ~BusSession() override;
 
     /// From here on the program can be called. False when another instance is.

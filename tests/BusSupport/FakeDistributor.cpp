@@ -1,4 +1,4 @@
-#include "Push/FakeDistributor.h"
+#include "BusSupport/FakeDistributor.h"
 
 #include "Platform/Linux/Push/Distributors.h"
 
