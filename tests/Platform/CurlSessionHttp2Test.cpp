@@ -127,7 +127,7 @@ TEST(CurlSessionHttp2, ASilentExchangeTimesOutBesideABusyOneOnItsConnection)
             }
         },
         http2);
-    CurlHttpSession session(trustingOptions(300ms));
+    CurlHttpSession session(trustingOptions(1s));
     SessionProbe first(session, getRequest(server.origin() + "/a"));
     EXPECT_EQ(first.waitForReply().status, 200);
     SessionProbe silent(session, getRequest(server.origin() + "/b"));

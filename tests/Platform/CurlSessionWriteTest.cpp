@@ -119,7 +119,7 @@ TEST_P(CurlSessionWrite, ArrivesOnceWhenTheServerWantsCredentials)
 
 TEST_P(CurlSessionWrite, ArrivesOnceWhenItTimesOut)
 {
-    CurlHttpSession session(trustingOptions(std::chrono::milliseconds(200)));
+    CurlHttpSession session(trustingOptions(std::chrono::seconds(2)));
     ScriptedServer server([](ServerConnection &connection) {
         connection.readRequest();
         connection.hold();
