@@ -1,8 +1,8 @@
 #include "Platform/Linux/Session/BusSession.h"
+#include "BusSupport/FakeDistributor.h"
 #include "BusSupport/FakeNotificationService.h"
 #include "BusSupport/PrivateBus.h"
 #include "PracticeService/Push/WebPushEncryption.h"
-#include "BusSupport/FakeDistributor.h"
 #include "Support/Waiting.h"
 
 #include <QDBusConnectionInterface>
