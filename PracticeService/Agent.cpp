@@ -26,6 +26,7 @@ auto Agent::step(Moment now, const Action &action)
     m_store.setNote("clock", isoText(now));
     auto result = action();
     transaction.commit();
+    m_settled = now;
     for (const Alert &alert : m_workflow.takeAlerts())
         m_sink(alert);
     return result;
@@ -48,7 +49,7 @@ Agent::Agent(Store &store, Ledger &ledger, Workflow &workflow, const Material &m
 const std::vector<Agent::Activity> &Agent::activities()
 {
     static const std::vector<Activity> all{
-        {"work", 45, &Agent::develop},        {"message", 420, &Agent::chat},
+        {"work", 45, &Agent::develop},        {"message", 1100, &Agent::chat},
         {"rival", 150, &Agent::rivalBid},     {"discover", 900, &Agent::discover},
         {"progress", 320, &Agent::progress},  {"bid", 700, &Agent::bid},
         {"award", 2700, &Agent::award},       {"reject", 3600, &Agent::reject},
@@ -85,23 +86,28 @@ void Agent::advance(Moment now)
     if (!anythingDue && !checkDue)
         return;
     step(now, [&] {
+        Moment latest;
+        for (int deeds = 0; deeds < mostDeedsAtOnce; ++deeds) {
+            const auto next = std::min_element(
+                m_schedule.begin(), m_schedule.end(),
+                [](const Due &one, const Due &other) { return one.when < other.when; });
+            if (next->when > now)
+                break;
+            latest = std::max({latest, next->when, m_settled});
+            (this->*next->activity->deed)(std::nullopt, latest);
+            next->when = drawNext(*next->activity, next->when);
+        }
+        // What is still due now has been missed for good.
+        for (Due &due : m_schedule) {
+            if (due.when <= now)
+                due.when = drawNext(*due.activity, now);
+        }
         if (checkDue) {
             m_checked = now;
             expireDue(now);
             closeDay(now);
             useFreePlaces(now);
         }
-        for (int deeds = 0; deeds < mostDeedsAtOnce; ++deeds) {
-            const auto next = std::min_element(
-                m_schedule.begin(), m_schedule.end(),
-                [](const Due &one, const Due &other) { return one.when < other.when; });
-            if (next->when > now)
-                return 0;
-            (this->*next->activity->deed)(std::nullopt, now);
-            next->when = drawNext(*next->activity, next->when);
-        }
-        for (Due &due : m_schedule)
-            due.when = std::max(due.when, drawNext(*due.activity, now));
         return 0;
     });
 }

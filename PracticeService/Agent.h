@@ -94,6 +94,7 @@ private:
     std::uint64_t m_step = 0;
     std::vector<Due> m_schedule;
     Moment m_checked;
+    Moment m_settled; ///< nothing may happen before it any more
 };
 
 } // namespace trellisport::practice

@@ -108,6 +108,8 @@ public:
     [[nodiscard]] std::vector<PendingDecision> pendingDecisions(int limit);
     [[nodiscard]] bool hasPendingDecision(const Job &job);
     [[nodiscard]] std::int64_t decisionsOf(const Job &job);
+    [[nodiscard]] std::optional<Moment> lastLog(const Job &job);
+    [[nodiscard]] bool hasTitle(const std::string &title);
     [[nodiscard]] bool wasSaid(const Job &job, const std::string &text);
     [[nodiscard]] std::optional<std::string> statusOfDecision(const Job &job,
                                                               const std::string &decision);

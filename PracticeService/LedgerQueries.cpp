@@ -121,6 +121,20 @@ bool Ledger::hasPendingDecision(const Job &job)
         .isValid();
 }
 
+std::optional<Moment> Ledger::lastLog(const Job &job)
+{
+    return momentOf(
+        m_database
+            .one("SELECT created_at FROM logs WHERE project = ? ORDER BY row DESC LIMIT 1", job.row)
+            .toString()
+            .toStdString());
+}
+
+bool Ledger::hasTitle(const std::string &title)
+{
+    return m_database.one("SELECT 1 FROM projects WHERE title = ?", title).isValid();
+}
+
 bool Ledger::wasSaid(const Job &job, const std::string &text)
 {
     return m_database

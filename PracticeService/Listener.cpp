@@ -88,16 +88,18 @@ void fill(httplib::Response &response, const ServiceReply &reply)
     response.status = reply.status;
     for (const auto &[name, value] : reply.headers)
         response.set_header(name, value);
-    if (reply.body.empty())
-        return;
-    // Through a provider, because the library would compress a plain body with settings that take
-    // seconds for a long list.
-    auto body = std::make_shared<const std::string>(reply.body);
-    response.set_content_provider(
-        body->size(), reply.contentType,
-        [body](std::size_t offset, std::size_t length, httplib::DataSink &sink) {
-            return sink.write(body->data() + offset, length);
-        });
+    if (!reply.body.empty())
+        response.set_content(reply.body, reply.contentType);
+}
+
+/// Takes away what would make the library change a reply afterwards: it cuts ranges without looking
+/// at their bounds, and compresses with settings that take seconds for a long list. A service may
+/// ignore both wishes. The request is the library's own, which it made without const.
+void forgetWishes(const httplib::Request &from)
+{
+    auto &request = const_cast<httplib::Request &>(from);
+    request.ranges.clear();
+    request.headers.erase("Accept-Encoding");
 }
 
 } // namespace
@@ -161,10 +163,13 @@ void Listener::start(Service &service, bool verbose)
     // 404, its body read; what the library refuses by itself arrives with its own status.
     http.set_error_handler(
         [&service, verbose](const httplib::Request &from, httplib::Response &response) {
-            const ServiceReply reply = response.status == 404 ? service.handle(requestOf(from))
-                                       : response.status == 413
-                                           ? refusal(413, "The body is too large.")
-                                           : refusal(response.status, "The request is no use.");
+            forgetWishes(from);
+            const ServiceReply reply =
+                response.status == 404 ? service.handle(requestOf(from))
+                : response.status == 413
+                    ? refusal(413, "The body is too large.")
+                    : refusal(response.status,
+                              "The request is not understood; a body needs its length.");
             fill(response, reply);
             if (verbose) {
                 std::cerr << from.method + ' ' + from.target + ' ' + std::to_string(reply.status) +

@@ -23,6 +23,7 @@ constexpr std::array statements{
     "CREATE INDEX projects_by_status ON projects (bid_status, updated_at)",
     "CREATE INDEX projects_by_change ON projects (updated_at)",
     "CREATE INDEX projects_by_work ON projects (work)",
+    "CREATE INDEX projects_by_title ON projects (title)",
     "CREATE TABLE messages (row INTEGER PRIMARY KEY, project INTEGER NOT NULL REFERENCES projects,"
     " id TEXT NOT NULL, sender TEXT NOT NULL, message_text TEXT NOT NULL,"
     " created_at TEXT NOT NULL)",

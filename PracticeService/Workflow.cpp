@@ -68,8 +68,11 @@ Job Workflow::discover(const Story &story, int copy, Moment now)
 {
     NewProject project{story.title, story.name, story.owner, story.description};
     if (copy > 0) {
-        project.title = expand(m_random.pick(m_material.twists),
-                               {{"title", story.title}, {"n", std::to_string(copy + 1)}});
+        // A few tries for a title that is not there yet; then it is there twice.
+        for (int attempt = 0; attempt < 6 && m_ledger.hasTitle(project.title); ++attempt) {
+            project.title = expand(m_random.pick(m_material.twists),
+                                   {{"title", story.title}, {"n", std::to_string(copy + 1)}});
+        }
         project.owner += std::to_string(copy + 1);
     }
     Job job = m_ledger.addProject(project, now);

@@ -2,6 +2,8 @@
 #include "PracticeService/Names.h"
 #include "PracticeService/Workflow.h"
 
+#include <algorithm>
+
 namespace trellisport::practice {
 
 namespace {
@@ -47,13 +49,15 @@ void Workflow::pause(Job &job, const std::string &reason, Moment now)
 std::string Workflow::writeBurst(const Job &job, const std::vector<LogEntry> &burst, Moment now)
 {
     const Words words = wordsFor(job);
+    const Moment end = now;
     // The last entry is the news; the others led to it.
-    now -= seconds(4 * (burst.size() - 1));
+    now = std::max(now - seconds(4 * (burst.size() - 1)),
+                   std::min(now, m_ledger.lastLog(job).value_or(now)));
     std::string text;
     for (const LogEntry &entry : burst) {
         text = expand(entry.text, words);
         m_ledger.log(job, entry.type, text, now);
-        now += seconds(4);
+        now = std::min(now + seconds(4), end);
     }
     return text;
 }
@@ -80,8 +84,15 @@ void Workflow::chat(const Job &job, Moment now)
             return;
         }
     }
-    const Saying &saying = m_random.pick(m_material.chatter);
-    m_ledger.say(job, saying.byAgent, expand(saying.text, wordsFor(job)), now);
+    // A conversation that repeats itself word for word does not convince.
+    for (int attempt = 0; attempt < 4; ++attempt) {
+        const Saying &saying = m_random.pick(m_material.chatter);
+        const std::string text = expand(saying.text, wordsFor(job));
+        if (!m_ledger.wasSaid(job, text)) {
+            m_ledger.say(job, saying.byAgent, text, now);
+            return;
+        }
+    }
 }
 
 void Workflow::complete(Job &job, Moment now)

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <set>
 
 namespace trellisport::practice {
@@ -60,6 +61,27 @@ TEST(Agent, StaysWithinTheSettingsForDays)
             return ledger.countWith(work::active);
         });
         EXPECT_LE(active, 2);
+    }
+}
+
+TEST(Agent, WhatHappensIsInOrder)
+{
+    PracticeDesk desk;
+    live(desk, std::chrono::hours(30));
+    for (const Project &project : desk.read<std::vector<Project>>("/projects")) {
+        const std::string root = "/projects/" + std::string(project.id.view());
+        const auto logs = desk.read<std::vector<DevLog>>(root + "/logs");
+        EXPECT_TRUE(std::is_sorted(logs.rbegin(), logs.rend(),
+                                   [](const DevLog &one, const DevLog &other) {
+                                       return one.createdAt.value() < other.createdAt.value();
+                                   }))
+            << project.title.view();
+        const auto events = desk.read<std::vector<TimelineEvent>>(root + "/timeline");
+        EXPECT_TRUE(std::is_sorted(events.begin(), events.end(),
+                                   [](const auto &one, const auto &other) {
+                                       return one.time.value() < other.time.value();
+                                   }))
+            << project.title.view();
     }
 }
 

@@ -61,6 +61,19 @@ TEST_F(Listening, RepliesCarryTheirKindTagAndCacheRule)
     EXPECT_EQ(client.get(m_service.api() + "/projects").status, 200);
 }
 
+TEST_F(Listening, RangesAndCompressionAreIgnored)
+{
+    CurlClient client(m_service.authority());
+    const std::string whole = client.get(m_service.api() + "/config").body;
+    for (const char *wish : {"Range: bytes=0-3", "Range: bytes=-4", "Range: bytes=9000000-9000003",
+                             "Range: bytes=0-1,3-4", "Accept-Encoding: br, gzip, deflate"}) {
+        const auto reply = client.get(m_service.api() + "/config", {wish});
+        EXPECT_EQ(reply.status, 200) << wish;
+        EXPECT_EQ(reply.body, whole) << wish;
+        EXPECT_EQ(reply.headers.count("content-encoding"), 0U) << wish;
+    }
+}
+
 TEST_F(Listening, OneConnectionServesAllRequests)
 {
     CurlClient client(m_service.authority());
