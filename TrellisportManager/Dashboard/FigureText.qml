@@ -9,4 +9,7 @@ StyledText {
     wrapMode: Text.NoWrap
     fontSizeMode: Text.HorizontalFit
     minimumPixelSize: 8
+    // Beyond that only figures that no agent earns are shortened.
+    elide: Text.ElideRight
+    maximumLineCount: 1
 }

@@ -31,4 +31,4 @@ public:
                                                        std::function<void()> done) = 0;
 };
 
-}  // namespace trellisport::platform
+} // namespace trellisport::platform

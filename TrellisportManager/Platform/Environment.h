@@ -18,4 +18,4 @@ public:
     [[nodiscard]] virtual std::optional<std::string> variable(const std::string &name) const = 0;
 };
 
-}  // namespace trellisport::platform
+} // namespace trellisport::platform

@@ -18,4 +18,4 @@ public:
     virtual void run(std::function<void()> work) = 0;
 };
 
-}  // namespace trellisport::platform
+} // namespace trellisport::platform

@@ -16,14 +16,14 @@ struct HttpHeader {
 };
 
 struct HttpRequest {
-    std::string method;               ///< "GET", "POST", "PUT"
-    std::string url;                  ///< absolute https URL, valid by RFC 3986; sent as it stands
-    std::vector<HttpHeader> headers;  ///< sent besides what the protocol itself needs
-    std::optional<std::string> body;  ///< absent: the request has none
+    std::string method;              ///< "GET", "POST", "PUT"
+    std::string url;                 ///< absolute https URL, valid by RFC 3986; sent as it stands
+    std::vector<HttpHeader> headers; ///< sent besides what the protocol itself needs
+    std::optional<std::string> body; ///< absent: the request has none
 };
 
 struct HttpReply {
-    int status = 0;  ///< the status code, or 0 when the peer's answer was not HTTP
+    int status = 0; ///< the status code, or 0 when the peer's answer was not HTTP
     std::vector<HttpHeader> headers;
     std::string body;
 };
@@ -87,4 +87,4 @@ public:
                                                              Completion completion) = 0;
 };
 
-}  // namespace trellisport::platform
+} // namespace trellisport::platform

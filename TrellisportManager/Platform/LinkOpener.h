@@ -17,4 +17,4 @@ public:
     virtual bool open(const std::string &url) = 0;
 };
 
-}  // namespace trellisport::platform
+} // namespace trellisport::platform

@@ -11,11 +11,15 @@ Rectangle {
     property string backTitle
     // The scroll area; it is laid over the whole page and its margins are kept by the page.
     required property Flickable scrollArea
+    // What stands between the large title and the content, in the scroll area, and scrolls with it.
+    // A list's own header would do, but cannot see the page that it is part of before Qt 6.5.
+    property Item header: null
     property alias refreshable: refresh.enabled
     property alias refreshing: refresh.refreshing
     signal refreshRequested
     signal backRequested
 
+    readonly property alias barHeight: bar.height
     readonly property real safeWidth: width - SafeArea.left - SafeArea.right
     readonly property real titleHeight: largeTitle ? Metrics.largeTitleHeight : 0
     // How far the content has been scrolled from its resting place; below 0 while it is pulled.
@@ -38,7 +42,7 @@ Rectangle {
     QtObject {
         id: d
 
-        readonly property real margin: bar.height + root.titleHeight + refresh.restHeight
+        readonly property real margin: bar.height + root.titleHeight + (root.header?.height ?? 0) + refresh.restHeight
         property real appliedMargin: 0
 
         onMarginChanged: root.applyMargin()
@@ -49,6 +53,12 @@ Rectangle {
         anchors.fill: parent
         children: [root.scrollArea]
     }
+    // Content of exactly the page's height is pulled like any other.
+    Binding {
+        target: root.scrollArea
+        property: "flickableDirection"
+        value: Flickable.VerticalFlick
+    }
     Binding {
         target: root.scrollArea
         property: "width"
@@ -58,6 +68,12 @@ Rectangle {
         target: root.scrollArea
         property: "height"
         value: holder.height
+    }
+    Binding {
+        target: root.header
+        property: "y"
+        value: root.scrollArea.originY - (root.header?.height ?? 0)
+        when: root.header
     }
     LargeTitle {
         id: large

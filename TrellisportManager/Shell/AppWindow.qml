@@ -1,8 +1,13 @@
 import QtQuick
 import TrellisportManager.Presentation
+import TrellisportManager.Shell
 
 // The one window.
 Window {
+    id: root
+
+    required property ContentViewModel content
+
     width: 390
     height: 844
     minimumWidth: 320
@@ -13,5 +18,6 @@ Window {
 
     ContentView {
         anchors.fill: parent
+        viewModel: root.content
     }
 }

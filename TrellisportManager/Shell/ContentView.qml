@@ -7,7 +7,7 @@ import TrellisportManager.Shell
 Rectangle {
     id: root
 
-    property ContentViewModel viewModel: ContentViewModel {}
+    required property ContentViewModel viewModel
     property Component dashboard: Component {
         DashboardView {
             viewModel: DashboardViewModel {}

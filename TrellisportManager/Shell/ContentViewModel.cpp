@@ -6,11 +6,6 @@ namespace {
 constexpr int projectsTab = 1;
 }
 
-ContentViewModel::ContentViewModel()
-    : ContentViewModel(NotificationManager::shared())
-{
-}
-
 ContentViewModel::ContentViewModel(NotificationManager &notifications, QObject *parent)
     : QObject(parent)
     , m_notifications(notifications)

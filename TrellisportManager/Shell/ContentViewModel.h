@@ -12,10 +12,10 @@ namespace trellisport {
 class ContentViewModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
+    QML_UNCREATABLE("One is made with each window")
     Q_PROPERTY(
         int selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged FINAL)
 public:
-    ContentViewModel();
     /// notifications must outlive the model.
     explicit ContentViewModel(NotificationManager &notifications, QObject *parent = nullptr);
 

@@ -15,9 +15,15 @@ T.TabButton {
     focusPolicy: Qt.TabFocus
     opacity: down ? 0.5 : 1
 
-    Accessible.onPressAction: control.toggle()
-    Keys.onReturnPressed: control.toggle()
-    Keys.onEnterPressed: control.toggle()
+    // Choosing the chosen tab again changes nothing.
+    function choose(): void {
+        if (!control.checked)
+            control.toggle();
+    }
+
+    Accessible.onPressAction: control.choose()
+    Keys.onReturnPressed: control.choose()
+    Keys.onEnterPressed: control.choose()
 
     contentItem: Item {
         SymbolImage {

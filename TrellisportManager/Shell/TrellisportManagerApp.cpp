@@ -18,14 +18,17 @@ TrellisportManagerApp::TrellisportManagerApp(NotificationManager &notifications)
 bool TrellisportManagerApp::showWindow()
 {
     if (!m_engine) {
+        m_content = std::make_unique<ContentViewModel>(m_notifications);
         m_engine = std::make_unique<QQmlApplicationEngine>();
+        m_engine->setInitialProperties(
+            {{QStringLiteral("content"), QVariant::fromValue(m_content.get())}});
         m_engine->addImportPath(QStringLiteral(":/qt/qml"));
         m_engine->load(QUrl(QStringLiteral("qrc:/qt/qml/TrellisportManager/Shell/AppWindow.qml")));
     }
     const auto roots = m_engine->rootObjects();
     auto *window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first());
     if (!window) {
-        m_engine.reset();
+        closeWindow();
         return false;
     }
     if (window->windowStates().testFlag(Qt::WindowMinimized)) {
@@ -40,6 +43,7 @@ bool TrellisportManagerApp::showWindow()
 void TrellisportManagerApp::closeWindow()
 {
     m_engine.reset();
+    m_content.reset();
 }
 
 } // namespace trellisport

@@ -3,6 +3,7 @@
 #include "Notifications/NotificationManager.h"
 #include "Platform/Application.h"
 #include "Shell/AppDelegate.h"
+#include "Shell/ContentViewModel.h"
 
 #include <QQmlApplicationEngine>
 
@@ -25,6 +26,7 @@ public:
 private:
     NotificationManager &m_notifications;
     AppDelegate m_appDelegate;
+    std::unique_ptr<ContentViewModel> m_content;     ///< of the window; absent without one
     std::unique_ptr<QQmlApplicationEngine> m_engine; ///< with the window; absent without one
 };
 

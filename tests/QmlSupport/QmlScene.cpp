@@ -69,11 +69,16 @@ QmlScene::QmlScene(const QString &module, const QString &type, const QVariantMap
 }
 
 QmlScene::QmlScene(const QByteArray &qml, QSize size)
+    : QmlScene(qml, {}, size)
+{
+}
+
+QmlScene::QmlScene(const QByteArray &qml, const QVariantMap &properties, QSize size)
 {
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     QQmlComponent component(&m_engine);
     component.setData(qml, QUrl(QStringLiteral("qrc:/test.qml")));
-    show(component, {}, size);
+    show(component, properties, size);
 }
 
 void QmlScene::show(QQmlComponent &component, const QVariantMap &properties, QSize size)

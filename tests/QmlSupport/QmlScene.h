@@ -33,6 +33,7 @@ public:
              QSize size = {390, 844});
     /// Makes what a few lines of QML describe; they may use every module that the test links.
     explicit QmlScene(const QByteArray &qml, QSize size = {390, 844});
+    QmlScene(const QByteArray &qml, const QVariantMap &properties, QSize size = {390, 844});
     QmlScene(const QmlScene &) = delete;
     QmlScene &operator=(const QmlScene &) = delete;
     ~QmlScene();

@@ -1,4 +1,5 @@
 #include "Shell/ContentViewModel.h"
+#include "Support/NotificationsBench.h"
 
 #include <gtest/gtest.h>
 
@@ -11,7 +12,14 @@ constexpr int settings = 2;
 
 class ContentViewModelTest : public ::testing::Test {
 protected:
-    NotificationManager notifications;
+    void open(platform::UserInfo userInfo)
+    {
+        bench.center.delegate()->didReceive({{std::move(userInfo)}}, [] {});
+        bench.queue.run();
+    }
+
+    test::NotificationsBench bench;
+    NotificationManager &notifications = bench.manager;
 };
 
 TEST_F(ContentViewModelTest, StartsOnTheDashboard)
@@ -66,6 +74,22 @@ TEST_F(ContentViewModelTest, AnEmptyProjectIdentifierIsPresentAllTheSame)
     ContentViewModel model(notifications);
     notifications.setPendingProjectId("");
     EXPECT_EQ(model.selectedTab(), projects);
+}
+
+TEST_F(ContentViewModelTest, AnOpenedNotificationLeadsToTheProjectsTab)
+{
+    ContentViewModel model(notifications);
+    model.setSelectedTab(settings);
+    open({{"type", {"dev_error"}}, {"project_id", {"p1"}}});
+    EXPECT_EQ(model.selectedTab(), projects);
+}
+
+TEST_F(ContentViewModelTest, AnOpenedNotificationWithoutAProjectLeavesTheTab)
+{
+    ContentViewModel model(notifications);
+    model.setSelectedTab(settings);
+    open({{"type", {"dev_error"}}});
+    EXPECT_EQ(model.selectedTab(), settings);
 }
 
 TEST_F(ContentViewModelTest, ResetsNothingItself)

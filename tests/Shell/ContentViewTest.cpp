@@ -2,6 +2,7 @@
 #include "Presentation/Colors.h"
 #include "QmlSupport/QmlScene.h"
 #include "Shell/ContentViewModel.h"
+#include "Support/NotificationsBench.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -27,12 +28,11 @@ ContentView {
 
 class ContentViewTest : public ::testing::Test {
 protected:
-    QmlScene scene{QByteArray(content)};
+    NotificationsBench bench;
+    ContentViewModel model{bench.manager};
+    QmlScene scene{QByteArray(content),
+                   {{QStringLiteral("viewModel"), QVariant::fromValue(&model)}}};
 
-    int selectedTab() const
-    {
-        return scene.root()->property("viewModel").value<QObject *>()->property("selectedTab").toInt();
-    }
     QQuickItem *tab(int index) const { return scene.items(QStringLiteral("rootTab")).value(index); }
     QAccessibleInterface *accessibleTab(int index) const
     {
@@ -84,7 +84,7 @@ TEST_F(ContentViewTest, TheSelectedTabHasTheTintAndTheOthersAreGray)
 TEST_F(ContentViewTest, TappingATabShowsItsScreen)
 {
     scene.tap(tab(2));
-    EXPECT_EQ(selectedTab(), 2);
+    EXPECT_EQ(model.selectedTab(), 2);
     EXPECT_THAT(shownScreens(), ElementsAre(u"settingsScreen"));
     scene.tap(tab(0));
     EXPECT_THAT(shownScreens(), ElementsAre(u"dashboardScreen"));
@@ -93,11 +93,10 @@ TEST_F(ContentViewTest, TappingATabShowsItsScreen)
 TEST_F(ContentViewTest, ANotificationMovesTheTabBarToo)
 {
     scene.tap(tab(2));
-    NotificationManager::shared().setPendingProjectId("p1");
+    bench.manager.setPendingProjectId("p1");
     EXPECT_THAT(shownScreens(), ElementsAre(u"projectsScreen"));
     EXPECT_TRUE(tab(1)->property("checked").toBool());
     EXPECT_FALSE(tab(2)->property("checked").toBool());
-    NotificationManager::shared().setPendingProjectId(std::nullopt);
 }
 
 TEST_F(ContentViewTest, TheTabBarStandsAtTheFootOverTheWholeWidth)
@@ -114,7 +113,7 @@ TEST_F(ContentViewTest, TabsAreReachedByTabAndChosenByKeys)
     QTest::keyClick(&scene.window(), Qt::Key_Tab);
     QTest::keyClick(&scene.window(), Qt::Key_Tab);
     QTest::keyClick(&scene.window(), Qt::Key_Return);
-    EXPECT_EQ(selectedTab(), 1);
+    EXPECT_EQ(model.selectedTab(), 1);
 }
 
 TEST_F(ContentViewTest, AScreenReaderFindsTabsAndWhichIsSelected)
@@ -132,8 +131,20 @@ TEST_F(ContentViewTest, AScreenReaderCanChooseATab)
 {
     ASSERT_NE(accessibleTab(1), nullptr);
     accessibleTab(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    EXPECT_EQ(selectedTab(), 1);
+    EXPECT_EQ(model.selectedTab(), 1);
     EXPECT_TRUE(accessibleTab(1)->state().checked);
+}
+
+TEST_F(ContentViewTest, ChoosingTheChosenTabAgainChangesNothing)
+{
+    accessibleTab(0)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(accessibleTab(0)->state().checked);
+    QTest::keyClick(&scene.window(), Qt::Key_Tab);
+    QTest::keyClick(&scene.window(), Qt::Key_Return);
+    scene.tap(tab(0));
+    EXPECT_TRUE(accessibleTab(0)->state().checked);
+    EXPECT_EQ(model.selectedTab(), 0);
+    EXPECT_EQ(colorOf(scene.items(QStringLiteral("symbol")).first()), colors::accent());
 }
 
 TEST_F(ContentViewTest, TheGroundIsDarkWhateverTheSystemPrefers)

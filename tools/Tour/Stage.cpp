@@ -72,7 +72,9 @@ void Stage::open()
     m_root.reset();
     QQmlComponent component(
         &m_engine, QUrl(QStringLiteral("qrc:/qt/qml/TrellisportManager/Shell/ContentView.qml")));
-    m_root.reset(qobject_cast<QQuickItem *>(component.create()));
+    m_content = std::make_unique<ContentViewModel>(NotificationManager::shared());
+    m_root.reset(qobject_cast<QQuickItem *>(component.createWithInitialProperties(
+        {{QStringLiteral("viewModel"), QVariant::fromValue(m_content.get())}})));
     if (!m_root) {
         giveUp(component.errorString());
     }
@@ -123,8 +125,7 @@ void Stage::settle()
 
 void Stage::showTab(int tab)
 {
-    auto *model = m_root->property("viewModel").value<QObject *>();
-    model->setProperty("selectedTab", tab);
+    m_content->setSelectedTab(tab);
 }
 
 void Stage::tap(const QString &objectName)

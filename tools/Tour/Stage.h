@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Shell/ContentViewModel.h"
+
 #include <QDir>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -40,6 +42,7 @@ private:
     QDir m_folder;
     QQmlEngine m_engine;
     QQuickWindow m_window;
+    std::unique_ptr<ContentViewModel> m_content;
     std::unique_ptr<QQuickItem> m_root;
     int m_drawn = 0;
 };

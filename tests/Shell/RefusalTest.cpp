@@ -1,0 +1,56 @@
+#include <QByteArray>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+
+#include <gmock/gmock.h>
+
+namespace trellisport::test {
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+
+struct Ending {
+    int status = 0;
+    std::string complaint;
+};
+
+/// Starts the program with this address and waits for its end.
+Ending startWith(const QString &address, const QStringList &arguments = {})
+{
+    QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TRELLISPORT_BASE_URL"), address);
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QStringLiteral("/nonexistent"));
+    program.setProcessEnvironment(environment);
+    program.start(QStringLiteral(PROGRAM), arguments);
+    EXPECT_TRUE(program.waitForFinished());
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    return {program.exitCode(), program.readAllStandardError().toStdString()};
+}
+
+TEST(Refusal, AnAddressThatCannotBeIsOneSentenceAndAFailure)
+{
+    for (const char *address : {"", "http://agent.example/api/v1", "https://agent.example/api/v1/",
+                                "https://agent.example", "https://agent.example/api/v1?x=1",
+                                "agent.example", "https://ag ent.example/api/v1"}) {
+        const Ending ending = startWith(QString::fromLatin1(address));
+        EXPECT_NE(ending.status, 0) << address;
+        EXPECT_THAT(ending.complaint, ::testing::StartsWith("trellisport-manager: ")) << address;
+        EXPECT_THAT(ending.complaint, EndsWith(".\n")) << address;
+        EXPECT_EQ(std::count(ending.complaint.begin(), ending.complaint.end(), '\n'), 1)
+            << ending.complaint;
+    }
+}
+
+TEST(Refusal, AnUnknownOptionIsNamed)
+{
+    const Ending ending =
+        startWith(QStringLiteral("https://agent.example/api/v1"), {QStringLiteral("--nonsense")});
+    EXPECT_NE(ending.status, 0);
+    EXPECT_THAT(ending.complaint, HasSubstr("nonsense"));
+}
+
+} // namespace
+} // namespace trellisport::test
