@@ -55,6 +55,7 @@ public:
     void replaceConfig(const TextMap &config);
 
     void addDevice(const std::string &token, Moment now);
+    void removeDevice(const std::string &token);
     /// The latest first.
     [[nodiscard]] std::vector<std::string> devices();
 

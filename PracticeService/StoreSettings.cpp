@@ -26,6 +26,11 @@ void Store::addDevice(const std::string &token, Moment now)
                    token, isoText(now), isoText(now));
 }
 
+void Store::removeDevice(const std::string &token)
+{
+    m_database.run("DELETE FROM devices WHERE token = ?", token);
+}
+
 std::vector<std::string> Store::devices()
 {
     std::vector<std::string> tokens;

@@ -2,11 +2,13 @@
 #include "PracticeService/Keeper.h"
 #include "PracticeService/Listener.h"
 #include "PracticeService/Options.h"
+#include "PracticeService/Push/PushSender.h"
 #include "PracticeService/Service.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QLockFile>
+#include <QScopeGuard>
 
 #include <atomic>
 #include <csignal>
@@ -77,8 +79,19 @@ int serve(const Options &options, StopSignals &stop)
 
     const CertificateFiles certificates = ensureCertificates(options.dataFolder);
     Listener listener(certificates, options.port);
+    PushSender pushes;
     Keeper keeper({std::filesystem::path(options.dataFolder) / "state.sqlite", options.seed,
-                   options.scale, options.speed, [](const Alert &) {}});
+                   options.scale, options.speed,
+                   [&pushes](const Alert &alert) { pushes.push(alert); }});
+    pushes.start(
+        {[&keeper] { return keeper.ask([](Keeper::Desk &desk) { return desk.store.devices(); }); },
+         [&keeper](const std::string &token) {
+             keeper.ask([&](Keeper::Desk &desk) { desk.store.removeDevice(token); });
+         }},
+        [&certificates](const PushPost &message) {
+            return post(message, certificates.authority.string());
+        });
+    const auto pushesEnd = qScopeGuard([&pushes] { pushes.stop(); }); // before the keeper goes
     Service service(keeper, options.control);
     stop.servingBegins();
     listener.start(service, options.verbose);

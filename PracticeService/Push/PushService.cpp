@@ -29,11 +29,13 @@ PushService::PushService(const QDBusConnection &bus, const QString &registryFile
 
 PushService::~PushService()
 {
+    m_bus.unregisterService(m_name);
     m_bus.unregisterObject(objectPath);
 }
 
 bool PushService::appear(const QString &name)
 {
+    m_name = name;
     return m_bus.registerService(name);
 }
 

@@ -24,6 +24,7 @@ public:
     PushService(const QDBusConnection &bus, const QString &registryFile, QString endpointRoot);
     PushService(const PushService &) = delete;
     PushService &operator=(const PushService &) = delete;
+    /// Gives the name back.
     ~PushService() override;
 
     /// Takes the name by which programs find it. False when another has it.
@@ -46,6 +47,7 @@ private:
     QDBusConnection m_bus;
     PushRegistry m_registry;
     QString m_endpointRoot;
+    QString m_name;
 };
 
 class DistributorInterface1 : public QDBusAbstractAdaptor {

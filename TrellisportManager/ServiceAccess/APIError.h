@@ -35,4 +35,4 @@ private:
     std::string m_description;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

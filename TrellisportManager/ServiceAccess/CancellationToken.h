@@ -52,4 +52,4 @@ private:
     std::shared_ptr<CancellationToken::State> m_state;
 };
 
-}  // namespace trellisport
+} // namespace trellisport

@@ -25,8 +25,8 @@ struct UrlParts {
 /// Whether splitURL takes the text.
 [[nodiscard]] bool isAbsoluteURL(std::string_view url);
 
-/// Whether the text is a URI or a relative reference by RFC 3986, as strictly; the empty text counts
-/// as none. Any thread.
+/// Whether the text is a URI or a relative reference by RFC 3986, as strictly; the empty text
+/// counts as none. Any thread.
 [[nodiscard]] bool isURLReference(std::string_view text);
 
 } // namespace trellisport

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Platform/Linux/Push/PushConnector.h"
 #include "BusSupport/FakeDistributor.h"
 #include "BusSupport/PrivateBus.h"
+#include "Platform/Linux/Push/PushConnector.h"
 #include "Support/Waiting.h"
 
 #include <QDBusReply>

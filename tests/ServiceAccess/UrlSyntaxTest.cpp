@@ -138,9 +138,9 @@ TEST(UrlSyntax, SplitsAddressesInBrackets)
 
 TEST(UrlSyntax, ReferencesNeedNoSchemeAndNoHost)
 {
-    for (const char *text : {"https://agent.example/x", "mailto:agent", "owner/repository",
-                             "/owner/repository?tab=1#top", "//agent.example", "?a", "#b",
-                             "https:///x", "%41"}) {
+    for (const char *text :
+         {"https://agent.example/x", "mailto:agent", "owner/repository",
+          "/owner/repository?tab=1#top", "//agent.example", "?a", "#b", "https:///x", "%41"}) {
         EXPECT_TRUE(isURLReference(text)) << text;
     }
 }
