@@ -47,6 +47,11 @@ Item {
         else if (below > 0)
             root.scrollBy(Math.min(below, above));
     }
+    // The owner scrolls to where it wants to be.
+    function rest(): void {
+        soon.stop();
+        slide.stop();
+    }
     function scrollBy(distance: real): void {
         slide.to = root.scrollArea.contentY + distance;
         slide.restart();

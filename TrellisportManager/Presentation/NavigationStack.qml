@@ -15,7 +15,8 @@ Item {
     // Whether a page is on its way, by itself or under the finger.
     readonly property alias moving: d.moving
 
-    // Makes a page of the component and shows it; null when it could not be made.
+    // Makes a page of the component and shows it; null when it could not be made. When the page
+    // has a signal backRequested, it leads back.
     function push(component: Component, properties: var): Item {
         slide.complete();
         const frame = frameComponent.createObject(holder, {
@@ -28,6 +29,7 @@ Item {
             return null;
         }
         frame.page.anchors.fill = frame;
+        frame.page.backRequested?.connect(root.pop);
         d.moving = true;
         d.openness = 1;
         d.frames = [...d.frames, frame];

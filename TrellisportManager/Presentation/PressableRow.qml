@@ -5,6 +5,8 @@ import TrellisportManager.Presentation
 PressableControl {
     id: root
 
+    // Whether it shows at its trailing edge that it leads to a page of its own.
+    property bool disclosure: false
     property color groundColor: Colors.surface
     property bool first: Positioner.isFirstItem
     property bool last: Positioner.isLastItem
@@ -13,7 +15,7 @@ PressableControl {
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Math.max(Metrics.touchTarget, implicitContentHeight + topPadding + bottomPadding)
     leftPadding: Metrics.inset
-    rightPadding: Metrics.inset
+    rightPadding: disclosure ? Metrics.inset + 20 : Metrics.inset
     topPadding: Metrics.rowPadding
     bottomPadding: Metrics.rowPadding
     // Inside the row: the next one is drawn over what reaches out of it.
@@ -28,6 +30,18 @@ PressableControl {
         separated: root.separated
     }
 
+    SymbolImage {
+        objectName: "disclosure"
+        visible: root.disclosure
+        anchors.right: parent.right
+        anchors.rightMargin: Metrics.inset
+        anchors.verticalCenter: parent.verticalCenter
+        width: 12
+        height: 12
+        symbol: "chevron.right"
+        color: Colors.placeholderText
+        opacity: root.down ? 0.5 : 1
+    }
     Binding {
         target: root.contentItem
         property: "opacity"

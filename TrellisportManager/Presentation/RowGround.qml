@@ -33,6 +33,9 @@ Item {
         anchors.leftMargin: Metrics.inset
         anchors.right: parent.right
         anchors.bottom: parent.bottom
+        // Where there is no graphics processor half a point is drawn as a whole one: that must not
+        // reach into the next row, which may lie above or below this one.
+        anchors.bottomMargin: 0.5
         height: 0.5
         color: Colors.separator
     }

@@ -1,0 +1,91 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import TrellisportManager.Presentation
+import TrellisportManager.ProjectsList
+
+// The projects in their groups, with the search field and the chips above them.
+Screen {
+    id: root
+
+    required property ProjectsListViewModel viewModel
+    signal projectOpened(string id)
+
+    screenModel: viewModel
+
+    NavigationPage {
+        id: page
+
+        anchors.fill: parent
+        title: qsTr("Projects")
+        header: projectsHeader
+        refreshable: true
+        refreshing: root.viewModel.isRefreshing
+        onRefreshRequested: root.viewModel.refresh()
+
+        scrollArea: ListView {
+            id: list
+
+            readonly property real columnWidth: Math.min(page.safeWidth, Metrics.readableWidth)
+            readonly property real columnX: SafeArea.left + (page.safeWidth - columnWidth) / 2
+
+            function scrollToTop(): void {
+                cancelFlick();
+                // Where the list begins is only an estimate until its first rows are there.
+                positionViewAtBeginning();
+                contentY = originY - topMargin;
+            }
+            // The keyboard walks through the rows with the arrow keys; Tab leaves the list.
+            function moveTo(row: int): void {
+                if (row < 0 || row >= count)
+                    return;
+                currentIndex = row;
+                (currentItem as ProjectListRow).takeKeyboard();
+            }
+
+            objectName: "projectsList"
+            bottomMargin: Metrics.groupSpacing + avoidance.coveredBelow
+            reuseItems: true
+            highlightFollowsCurrentItem: false
+            keyNavigationEnabled: false
+            model: root.viewModel.rows
+            delegate: Component {
+                ProjectListRow {
+                    id: row
+
+                    required property int index
+
+                    width: list.width
+                    columnX: list.columnX
+                    columnWidth: list.columnWidth
+                    onOpened: id => {
+                        list.currentIndex = row.index;
+                        root.projectOpened(id);
+                    }
+                    Keys.onUpPressed: list.moveTo(row.index - 1)
+                    Keys.onDownPressed: list.moveTo(row.index + 1)
+                }
+            }
+
+            ProjectsHeader {
+                id: projectsHeader
+
+                parent: list.contentItem
+                width: list.width
+                columnX: list.columnX
+                columnWidth: list.columnWidth
+                viewModel: root.viewModel
+                onSearched: {
+                    avoidance.rest();
+                    list.scrollToTop();
+                }
+            }
+        }
+    }
+    KeyboardAvoidance {
+        id: avoidance
+
+        scrollArea: list
+        coveredAbove: page.barHeight
+    }
+}
