@@ -8,7 +8,7 @@ Surface {
     property string title
     // One item; it is given the card's inner width.
     property Component content
-    readonly property Item contentItem: loader.item as Item
+    readonly property Item contentItem: holder.item
 
     implicitHeight: column.implicitHeight + 2 * Metrics.inset
 
@@ -28,11 +28,11 @@ Surface {
             weight: Font.Bold
             color: Colors.white
         }
-        Loader {
-            id: loader
+        ItemHolder {
+            id: holder
 
             width: parent.width
-            sourceComponent: root.content
+            component: root.content
         }
     }
 }

@@ -10,6 +10,8 @@ Rectangle {
     property real headlineOpacity: 1
     // The previous screen's title; empty where there is none to go back to.
     property string backTitle
+    // Whether a hairline parts it from what lies below.
+    property bool separated: true
     signal backRequested
 
     implicitHeight: SafeArea.top + Metrics.titleBarHeight
@@ -18,7 +20,7 @@ Rectangle {
     Item {
         id: bar
 
-        readonly property real sideWidth: back.visible ? back.width + 8 : 16
+        readonly property real sideWidth: back.visible ? back.x + back.width + 8 : 16
 
         anchors.left: parent.left
         anchors.leftMargin: SafeArea.left
@@ -38,25 +40,8 @@ Rectangle {
             onClicked: root.backRequested()
             Accessible.name: root.backTitle
 
-            contentItem: Row {
-                spacing: 2
-
-                SymbolImage {
-                    anchors.verticalCenter: parent.verticalCenter
-                    width: 20
-                    height: 20
-                    symbol: "chevron.left"
-                    color: Colors.accent
-                }
-                StyledText {
-                    anchors.verticalCenter: parent.verticalCenter
-                    width: Math.min(implicitWidth, back.width - x)
-                    text: root.backTitle
-                    color: Colors.accent
-                    elide: Text.ElideRight
-                    wrapMode: Text.NoWrap
-                    Accessible.ignored: true
-                }
+            contentItem: BackLabel {
+                text: root.backTitle
             }
         }
         Text {
@@ -86,6 +71,7 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
+        visible: root.separated
         height: 0.5
         color: Colors.separator
         opacity: root.headlineOpacity

@@ -1,0 +1,31 @@
+import QtQuick
+import TrellisportManager.Presentation
+
+// What the back control shows: a chevron and the previous screen's title.
+Item {
+    id: root
+
+    required property string text
+
+    implicitWidth: label.x + label.implicitWidth
+
+    SymbolImage {
+        anchors.verticalCenter: parent.verticalCenter
+        width: 20
+        height: 20
+        symbol: "chevron.left"
+        color: Colors.accent
+    }
+    StyledText {
+        id: label
+
+        anchors.verticalCenter: parent.verticalCenter
+        x: 22
+        width: Math.min(implicitWidth, parent.width - x)
+        text: root.text
+        color: Colors.accent
+        elide: Text.ElideRight
+        wrapMode: Text.NoWrap
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,112 @@
+import QtQuick
+import QtQuick.Templates as T
+import TrellisportManager.Presentation
+
+// A virtual list of cards over CardRows, in a readable column in the middle of wide windows. The
+// cards keep their distance themselves, because the rows of one card have none.
+ListView {
+    id: root
+
+    readonly property real columnWidth: Math.min(width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
+    readonly property real columnX: SafeArea.left + (width - SafeArea.left - SafeArea.right - columnWidth) / 2
+    // Where the cards stand, the default inset taken off the column.
+    readonly property real cardX: columnX + Metrics.inset
+    readonly property real cardWidth: columnWidth - 2 * Metrics.inset
+    // Whether the list itself takes the keyboard, to be scrolled by keys; a list of controls leaves
+    // it to them.
+    property bool scrolledByKeys: true
+    // What stands above the cards and scrolls with them. (A component of the list itself can't know
+    // the ids of the file it stands in before Qt 6.5.)
+    property Item lead: null
+
+    readonly property real topY: originY - topMargin
+    readonly property real bottomY: Math.max(topY, originY + contentHeight + bottomMargin - height)
+
+    function scrollBy(distance: real): void {
+        contentY = Math.max(topY, Math.min(bottomY, contentY + distance));
+    }
+    // Where a long list begins and ends is only an estimate until the rows there exist.
+    function scrollToTop(): void {
+        positionViewAtBeginning();
+        contentY = topY;
+    }
+    function scrollToBottom(): void {
+        positionViewAtEnd();
+        contentY = bottomY;
+    }
+
+    topMargin: Metrics.inset + (lead?.height ?? 0)
+    bottomMargin: Metrics.inset
+    clip: true
+    keyNavigationEnabled: false
+    // Short lists too can be pulled, as everywhere on a phone.
+    boundsBehavior: Flickable.DragAndOvershootBounds
+    activeFocusOnTab: scrolledByKeys && count > 0
+
+    Accessible.role: Accessible.List
+
+    Keys.enabled: scrolledByKeys
+    Keys.onUpPressed: scrollBy(-3 * 16)
+    Keys.onDownPressed: scrollBy(3 * 16)
+    Keys.onPressed: event => {
+        event.accepted = true;
+        switch (event.key) {
+        case Qt.Key_PageUp:
+            scrollBy(-0.9 * height);
+            break;
+        case Qt.Key_PageDown:
+        case Qt.Key_Space:
+            scrollBy(0.9 * height);
+            break;
+        case Qt.Key_Home:
+            scrollToTop();
+            break;
+        case Qt.Key_End:
+            scrollToBottom();
+            break;
+        default:
+            event.accepted = false;
+        }
+    }
+
+    // What rests at the top stays there when the room above the cards changes.
+    onTopMarginChanged: {
+        const rested = contentY <= originY - d.topMargin + 0.5;
+        d.topMargin = topMargin;
+        if (rested && !dragging)
+            contentY = originY - topMargin;
+    }
+    Component.onCompleted: d.topMargin = topMargin
+
+    T.ScrollIndicator.vertical: ScrollMark {}
+
+    QtObject {
+        id: d
+
+        property real topMargin: 0
+    }
+    Binding {
+        target: root.lead
+        property: "parent"
+        value: root.contentItem
+        when: root.lead
+    }
+    Binding {
+        target: root.lead
+        property: "y"
+        value: root.originY - (root.lead?.height ?? 0)
+        when: root.lead
+    }
+
+    Rectangle {
+        objectName: "listFocus"
+        parent: root
+        anchors.fill: parent
+        anchors.margins: 2
+        visible: root.scrolledByKeys && root.activeFocus
+        color: "transparent"
+        radius: 8
+        border.width: 2
+        border.color: Colors.white
+    }
+}
