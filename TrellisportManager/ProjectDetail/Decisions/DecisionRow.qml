@@ -1,0 +1,114 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import TrellisportManager.Presentation
+import TrellisportManager.ProjectDetail
+
+// A decision: its status and time, the question, and below it the editor of one that waits or the
+// answer of one that was given.
+CardRow {
+    id: root
+
+    required property string decisionId
+    required property string status
+    required property bool isPending
+    required property bool hasTime
+    required property string time
+    required property string question
+    required property bool showsQuestion
+    required property bool questionEnds
+    required property string answer
+    required property bool showsAnswer
+    required property bool answerStarts
+    required property bool answerEnds
+    required property string typedAnswer
+
+    readonly property bool showsEditor: isPending && questionEnds
+    readonly property real questionBottom: showsQuestion ? questionText.y + questionText.height : 0
+
+    signal typed(string text)
+    signal submitted
+    signal tabbed(Item from, bool forward)
+
+    function takeFocus(forward: bool): void {
+        (editor.item as DecisionEditor)?.takeFocus(forward);
+    }
+
+    outlineColor: isPending ? Colors.faded(Colors.yellow, 0.5) : Colors.hairline
+    contentHeight: {
+        if (showsEditor)
+            return editor.y + editor.height;
+        return showsAnswer ? answerBox.y + answerBox.height : questionBottom;
+    }
+
+    Item {
+        id: header
+
+        width: parent.width
+        height: Math.max(badge.height, timeText.height)
+        visible: root.first
+
+        StatusBadge {
+            id: badge
+
+            objectName: "status"
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, parent.width - (root.hasTime ? timeText.width + Metrics.spacing : 0))
+            status: root.status
+        }
+        StyledText {
+            id: timeText
+
+            objectName: "time"
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            width: Math.min(implicitWidth, parent.width / 2)
+            visible: root.hasTime
+            text: root.time
+            systemSize: 10
+            color: Colors.dimText
+            wrapMode: Text.NoWrap
+            elide: Text.ElideRight
+        }
+    }
+    StyledText {
+        id: questionText
+
+        objectName: "question"
+        y: root.first ? header.height + Metrics.spacing : 0
+        width: parent.width
+        visible: root.showsQuestion
+        text: root.question
+        textStyle: Typography.Subheadline
+    }
+    ItemHolder {
+        id: editor
+
+        y: root.questionBottom + Metrics.spacing
+        width: parent.width
+        component: root.showsEditor ? answerEditor : null
+    }
+    AnswerBox {
+        id: answerBox
+
+        objectName: "answerBox"
+        y: root.questionBottom + (root.answerStarts ? Metrics.spacing : 0)
+        width: parent.width
+        visible: root.showsAnswer
+        first: root.answerStarts
+        last: root.answerEnds
+        label: qsTr("Answer:")
+        text: root.answer
+    }
+
+    Component {
+        id: answerEditor
+
+        DecisionEditor {
+            text: root.typedAnswer
+            onTyped: text => root.typed(text)
+            onSubmitted: root.submitted()
+            onTabbed: (from, forward) => root.tabbed(from, forward)
+        }
+    }
+}
