@@ -18,6 +18,8 @@ Item {
         });
     }
 
+    objectName: "projectsView"
+
     NavigationStack {
         id: stack
 

@@ -29,7 +29,9 @@ namespace trellisport {
 /// call never returns, and what its coroutine holds stays allocated.
 class TrellisportAPI {
 public:
-    /// The instance that the application uses, made on first access with the configured address.
+    /// The instance that the application uses, made on first access, whichever thread that is, with
+    /// the configured address (ConfiguredAddress.h). Throws std::invalid_argument when that address
+    /// can't be used; a program that starts with such a one says so before it gets here.
     [[nodiscard]] static TrellisportAPI &shared();
 
     /// Made for a service at baseURL (https, path /api/v1, no trailing slash). executor must

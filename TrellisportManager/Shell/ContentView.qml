@@ -1,6 +1,9 @@
 import QtQuick
 import TrellisportManager.Dashboard
 import TrellisportManager.Presentation
+import TrellisportManager.ProjectDetail
+import TrellisportManager.ProjectsList
+import TrellisportManager.Settings
 import TrellisportManager.Shell
 
 // The root: three tabs over one tab bar. All three screens exist from the start; one is shown.
@@ -14,13 +17,22 @@ Rectangle {
         }
     }
     property Component projects: Component {
-        TitleOnlyView {
-            title: qsTr("Projects")
+        ProjectsListView {
+            viewModel: ProjectsListViewModel {}
+            workspace: Component {
+                ProjectDetailView {
+                    id: detail
+
+                    viewModel: ProjectDetailViewModel {
+                        projectId: detail.projectId
+                    }
+                }
+            }
         }
     }
     property Component settings: Component {
-        TitleOnlyView {
-            title: qsTr("Settings")
+        SettingsView {
+            viewModel: SettingsViewModel {}
         }
     }
 

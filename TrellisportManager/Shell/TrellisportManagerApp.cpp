@@ -5,6 +5,9 @@
 
 Q_IMPORT_QML_PLUGIN(TrellisportManager_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(TrellisportManager_DashboardPlugin)
+Q_IMPORT_QML_PLUGIN(TrellisportManager_ProjectDetailPlugin)
+Q_IMPORT_QML_PLUGIN(TrellisportManager_ProjectsListPlugin)
+Q_IMPORT_QML_PLUGIN(TrellisportManager_SettingsPlugin)
 Q_IMPORT_QML_PLUGIN(TrellisportManager_ShellPlugin)
 
 namespace trellisport {

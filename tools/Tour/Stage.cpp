@@ -1,9 +1,12 @@
 #include "Tour/Stage.h"
 
+#include "ProjectDetail/ProjectDetailViewModel.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QImage>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QQmlComponent>
 #include <QTextStream>
@@ -119,6 +122,11 @@ void Stage::settle()
                    return item->inherits("trellisport::SpinnerImage");
                }) == nullptr;
     });
+    rest();
+}
+
+void Stage::rest()
+{
     // Animations last 350 ms at most.
     spin(450);
 }
@@ -126,6 +134,24 @@ void Stage::settle()
 void Stage::showTab(int tab)
 {
     m_content->setSelectedTab(tab);
+}
+
+void Stage::openProject(const QString &id)
+{
+    open();
+    showTab(1);
+    QQuickItem *projects = find(QStringLiteral("projectsView"));
+    if (id.isEmpty() || !QMetaObject::invokeMethod(projects, "open", Q_ARG(QString, id))) {
+        giveUp(QStringLiteral("There is no project to open."));
+    }
+}
+
+void Stage::showWorkspaceTab(int tab)
+{
+    find(QStringLiteral("tabStrip"));
+    auto *model =
+        find(QStringLiteral("workspace"))->property("viewModel").value<ProjectDetailViewModel *>();
+    model->setSelectedTab(tab);
 }
 
 void Stage::tap(const QString &objectName)
@@ -138,6 +164,27 @@ void Stage::tap(const QString &objectName)
                           Qt::NoModifier);
         QCoreApplication::sendEvent(&m_window, &event);
     }
+}
+
+void Stage::type(const QString &objectName, const QString &text)
+{
+    QQuickItem *field = find(objectName);
+    if (!field->isEnabled()) {
+        giveUp(QStringLiteral("%1 takes no text.").arg(objectName));
+    }
+    field->forceActiveFocus(Qt::MouseFocusReason);
+    QMetaObject::invokeMethod(field, "selectAll");
+    QKeyEvent event(QEvent::KeyPress, 0, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(field, &event);
+    spin(20);
+}
+
+void Stage::scroll(const QString &objectName, qreal distance)
+{
+    QQuickItem *area = find(objectName);
+    area->setProperty("contentY", area->property("contentY").toReal() + distance);
+    QMetaObject::invokeMethod(area, "returnToBounds");
+    rest();
 }
 
 void Stage::draw(const QString &name)

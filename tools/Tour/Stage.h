@@ -28,9 +28,19 @@ public:
     void await(const char *what, const std::function<bool()> &condition);
     /// Waits until nothing is loading any longer and every animation has come to rest.
     void settle();
+    /// Waits as long as the longest animation lasts.
+    void rest();
     /// Shows root tab 0, 1 or 2.
     void showTab(int tab);
+    /// Makes the content anew and opens the workspace of the project of this id.
+    void openProject(const QString &id);
+    /// Shows a tab of the open workspace, 0 the first, once the workspace is loaded.
+    void showWorkspaceTab(int tab);
     void tap(const QString &objectName);
+    /// Replaces the text of a field.
+    void type(const QString &objectName, const QString &text);
+    /// Scrolls by so many points.
+    void scroll(const QString &objectName, qreal distance);
     /// Draws the window into NAME.png.
     void draw(const QString &name);
     [[nodiscard]] QQuickItem *root() const { return m_root.get(); }

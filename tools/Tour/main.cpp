@@ -35,6 +35,9 @@ int main(int argc, char *argv[])
     const tour::ServiceControl service(QString::fromStdString(address.value_or("")));
     tour::Stage stage(size, folder);
     tour::drawDashboard(stage, service);
+    tour::drawProjectsList(stage, service);
+    tour::drawWorkspace(stage, service);
+    tour::drawSettings(stage, service);
     QTextStream(stdout) << stage.drawn() << " pictures are in " << folder.path() << '\n';
     return 0;
 }

@@ -20,7 +20,7 @@ constexpr std::chrono::milliseconds stallPrecision = 500ms;
 /// Connections kept open for further reads.
 constexpr long keptConnections = 8;
 
-/// A completion must not throw; one that does must not take the others along.
+/// Completions do not throw; one that did would end the program here, where its fault is seen.
 void complete(const HttpSession::Completion &completion, HttpResult result) noexcept
 {
     completion(std::move(result));

@@ -102,4 +102,12 @@ void adoptDisplay(const QStringList &session)
     }
 }
 
+void preferReachableDisplay()
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && compositorListens() &&
+        !xServerListens()) {
+        qputenv("QT_QPA_PLATFORM", "wayland");
+    }
+}
+
 } // namespace trellisport::platform

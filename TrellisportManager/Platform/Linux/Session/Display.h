@@ -13,4 +13,8 @@ namespace trellisport::platform {
 /// started before there was one. session: "NAME=value" entries. Main thread.
 void adoptDisplay(const QStringList &session);
 
+/// Tells the toolkit to use the compositor where that is the only display that answers: by itself
+/// it would ask for the other kind unless the session says which it is. Main thread.
+void preferReachableDisplay();
+
 } // namespace trellisport::platform

@@ -208,6 +208,7 @@ bool LinuxApplication::becomeGraphical(const ActivationToken &token)
     if (!displayIsReachable()) {
         return false;
     }
+    preferReachableDisplay();
     // On one kind of display the toolkit looks for it now, on the other when the window shows.
     token.putIntoEnvironment();
     m_toolkit->becomeGraphical(

@@ -1,7 +1,0 @@
-import QtQuick
-import TrellisportManager.Presentation
-
-// A root tab that shows its title.
-NavigationPage {
-    scrollArea: Flickable {}
-}
