@@ -144,3 +144,18 @@ def run_silent_failure(console, service):
     with service.answers("GET", "/projects"):
         show_tab(console, "Projects")
     check_equal("the groups after a failed return", headers(console.look_at_rest()), before)
+
+
+def run_after_restart(console, service):
+    """With a console that has not shown its projects yet."""
+    chapter("Projects after the restart")
+    service.fail("/projects", 500)
+    with service.answers("GET", "/projects"):
+        show_tab(console, "Projects")
+    screen = console.wait_for("the first load has ended", lambda seen: chips(seen))
+    check("a failed first load leaves the chips alone, and is not told",
+          not headers(screen) and not screen.loading() and not screen.all("alert"))
+    console.keys("F5")
+    first = expected.stages(service.get("/projects"))[0][0]
+    console.wait_for("the projects", lambda seen: headers(seen)[:1] == [first])
+    check("the next load shows the projects", True)

@@ -9,8 +9,10 @@ from harness.walk import check_walk
 TABS = ["Overview", "Questions", "Chat", "Bids", "Dev", "Logs", "Decisions", "Reports"]
 LISTS = {"Chat": "messages", "Bids": "bids", "Dev": "timeline", "Logs": "logs",
          "Decisions": "decisions", "Reports": "reports"}
+EMPTY = {"Chat": "No messages yet", "Bids": "No competing bids yet",
+         "Dev": "No development activity yet", "Logs": "No development logs yet",
+         "Decisions": "No decisions requested", "Reports": "No daily reports yet"}
 TEXTS = {"label", "heading"}
-ANSWER = "Once a day is enough, and tell them why."
 
 
 def tab_buttons(screen):
@@ -79,22 +81,29 @@ def go_back(console):
 
 
 def fullest(service):
-    """A project with something on every tab, and a pending decision among it; the one that is
+    """A project with something on every tab, and one pending decision among it; the one that is
     read the soonest."""
     candidates = []
     for project in service.get("/projects"):
         lists = {part: service.project_part(project, part) for part in LISTS.values()}
         pending = [one for one in lists["decisions"] if one["status"] == "pending"]
-        if all(lists.values()) and len(pending) == 1:
-            candidates.append((len(lists["logs"]), project["id"], project, pending[0]))
+        if all(lists.values()) and len(pending) == 1 and project.get("github_repo_url"):
+            candidates.append((len(lists["logs"]), project["id"], project))
     if not candidates:
         raise CheckFailed("no project of the practice service has something on every tab")
-    return min(candidates)[2:]
+    return min(candidates)[2]
 
 
-def run(console, service):
+def newest(service):
+    """A project that has nothing yet but its description."""
+    return next(project for project in service.get("/projects")
+                if project.get("bid_status") == "discovered"
+                and not service.project_part(project, "messages"))
+
+
+def run(console, service, project):
+    """From the projects list; leaves the workspace open."""
     chapter("A project's workspace")
-    project, pending = fullest(service)
     detail = service.get(f"/projects/{project['id']}")
     screen = projects_chapter.open_project(console, service, project)
     check_equal("the tabs", [node.name for node in tab_buttons(screen)], TABS)
@@ -105,7 +114,48 @@ def run(console, service):
     for tab in TABS:
         check_tab(console, service, project, tab)
         check_walk(f"{tab} where the reading ended", console)
-    answer(console, service, project, pending)
+
+
+def run_back(console, project):
     go_back(console)
     check_equal("the search after going back", console.field_text(projects_chapter.SEARCH),
                 project["title"][:20])
+    check_equal("the project after going back", [
+        node.name for node in console.look_at_rest().all("button", project["title"])],
+        [project["title"]])
+
+
+def run_empty(console, service):
+    """A project of which little is known; from and to the projects list."""
+    chapter("A new project's workspace")
+    project = newest(service)
+    screen = projects_chapter.open_project(console, service, project)
+    check_header(screen, service.get(f"/projects/{project['id']}"))
+    for tab in TABS:
+        check_tab(console, service, project, tab)
+    go_back(console)
+
+
+def run_failures(console, service, project):
+    """Failed loads, which are not told; from and to the projects list."""
+    chapter("A workspace while the service fails")
+    service.fail(f"/projects/{project['id']}", 500)
+    console.type_text(projects_chapter.SEARCH, project["title"][:20])
+    with service.answers("GET", f"/projects/{project['id']}"):
+        console.press("button", project["title"])
+    screen = console.wait_for("the empty workspace", lambda seen: not seen.loading()
+                              and seen.has("heading", "Project"))
+    check("a project that can't be loaded shows its title bar alone",
+          not tab_buttons(screen) and not screen.all("label") and not screen.all("alert"))
+    go_back(console)
+
+    projects_chapter.open_project(console, service, project)
+    for tab, empty in EMPTY.items():
+        path = f"/projects/{project['id']}/{LISTS[tab]}"
+        service.fail(path, 500)
+        with service.answers("GET", path):
+            open_tab(console, tab)
+        screen = console.wait_for(f"{tab} that can't be loaded says {empty!r}",
+                                  lambda seen, text=empty: seen.shows(text))
+        check(f"{tab} that can't be loaded says {empty!r}", not screen.all("alert"))
+    go_back(console)

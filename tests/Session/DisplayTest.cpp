@@ -87,5 +87,18 @@ TEST_F(DisplayTest, WhenTheSessionTellsNothingTheCompositorInItsUsualPlaceIsFoun
     EXPECT_TRUE(displayIsReachable());
 }
 
+TEST_F(DisplayTest, ACompositorAloneIsPreferredAndATellingEnvironmentIsKept)
+{
+    preferReachableDisplay();
+    EXPECT_FALSE(qEnvironmentVariableIsSet("QT_QPA_PLATFORM"));
+    listen(QStringLiteral("wayland-0"));
+    qputenv("WAYLAND_DISPLAY", "wayland-0");
+    preferReachableDisplay();
+    EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), QByteArray("wayland"));
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    preferReachableDisplay();
+    EXPECT_EQ(qgetenv("QT_QPA_PLATFORM"), QByteArray("offscreen"));
+}
+
 } // namespace
 } // namespace trellisport::platform

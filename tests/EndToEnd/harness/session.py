@@ -1,0 +1,124 @@
+"""What a user's session adds for notifications: a push service, and starting the console by name."""
+
+import os
+import re
+import signal
+from pathlib import Path
+
+from gi.repository import Gio, GLib
+
+from .accessible import AccessibleProgram, Gone
+from .checks import wait_until
+from .desk import Program, connect
+from .practice_service import PracticeService
+from .screen import Screen
+
+LIMIT_MS = 20_000
+
+
+class PushingService(PracticeService):
+    """The practice service, asked for what concerns pushes."""
+
+    def devices(self):
+        """The device tokens that it knows."""
+        origin = self.base_url.removesuffix("/api/v1")
+        return list(self._ask("GET", f"{origin}/control/devices").values())
+
+    def happen_somewhere(self, event):
+        """The agent does it now, in a project to which it can happen."""
+        return self._control("tick", event=event)
+
+
+class PushService:
+    """The practice push service."""
+
+    def __init__(self, binary, data, environment, log):
+        self._program = Program([binary, "--data", data, "--port", 0], environment, log)
+        wait_until("the push service listens", lambda: re.search(
+            r"^push endpoints at ", self._program.output(), re.MULTILINE),
+            detail=self._program.output)
+
+    def stop(self):
+        self._program.stop()
+
+
+class InstalledConsole:
+    """The console as the session bus knows it after an installation: it starts it by its name."""
+
+    def __init__(self, binary, identity, desk, service, console_environment):
+        self._desk = desk
+        self._identity = identity
+        self._bus = connect(desk.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.log = desk.folder / "installed-console.log"
+        self._binary = binary
+        self._environment = dict(
+            console_environment, TRELLISPORT_BASE_URL=service.base_url,
+            TRELLISPORT_CA_FILE=str(service.authority), QT_QUICK_BACKEND="software",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+
+    def install(self):
+        """The bus takes its own environment away first, so that only what is named counts."""
+        variables = " ".join(f"{name}={value}" for name, value in self._environment.items())
+        starter = self._desk.folder / "start-console"
+        starter.write_text(
+            f"#!/bin/sh\nexec env -i {variables} {self._binary} \"$@\" >>{self.log} 2>&1\n",
+            encoding="utf-8")
+        starter.chmod(0o755)
+        file = self._desk.folder / "services" / f"{self._identity}.service"
+        file.write_text(f"[D-BUS Service]\nName={self._identity}\n"
+                        f"Exec={starter} --background\n", encoding="utf-8")
+        self._call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                   "ReloadConfig")
+
+    def pid(self):
+        """None when it does not run."""
+        try:
+            return self._call("org.freedesktop.DBus", "/org/freedesktop/DBus",
+                              "org.freedesktop.DBus", "GetConnectionUnixProcessID",
+                              GLib.Variant("(s)", (self._identity,)))[0]
+        except GLib.Error:
+            return None
+
+    def start(self, *options):
+        """As a launcher or the user does; the program it gives may end at once."""
+        return Program([self._binary, *options], self._environment, self.log)
+
+    def start_in_background(self):
+        self._call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+                   "StartServiceByName", GLib.Variant("(su)", (self._identity, 0)))
+
+    def end(self):
+        pid = self.pid()
+        if pid:
+            os.kill(pid, signal.SIGTERM)
+            wait_until("the console has ended", lambda: not self.pid())
+
+    def window(self):
+        """What its window shows; None without one."""
+        pid = self.pid()
+        if pid is None:
+            return None
+        program = AccessibleProgram(self._desk.accessibility, pid)
+        try:
+            screen = Screen(program.look()) if program.present() else None
+        except Gone:
+            return None
+        return screen if screen and screen.window else None
+
+    def wait_for(self, what, holds):
+        seen = None
+
+        def probe():
+            nonlocal seen
+            seen = self.window()
+            return seen if seen and holds(seen) else None
+
+        return wait_until(what, probe, 20,
+                          lambda: "\n".join(seen.lines()) if seen else self.output())
+
+    def output(self):
+        return Path(self.log).read_text(encoding="utf-8") if self.log.exists() else ""
+
+    def _call(self, name, path, interface, method, arguments=None):
+        return self._bus.call_sync(name, path, interface, method, arguments, None,
+                                   Gio.DBusCallFlags.NONE, LIMIT_MS, None).unpack()
