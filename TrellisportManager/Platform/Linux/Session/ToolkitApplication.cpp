@@ -3,6 +3,7 @@
 #include "Platform/Linux/Session/AppIdentity.h"
 
 #include <QGuiApplication>
+#include <QtQuick/private/qtquickglobal_p.h>
 
 #include <utility>
 
@@ -42,6 +43,9 @@ void ToolkitApplication::becomeGraphical(BusThread &bus,
                      std::move(lastWindowClosed));
     // The old application took its event queue along.
     m_queue.wake();
+    // And with it went what makes windows accessible, which is installed only once, when the
+    // library is loaded.
+    QQuick_initializeModule();
 }
 
 } // namespace trellisport::platform
