@@ -18,8 +18,12 @@ T.AbstractButton {
 
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
-    // The toolkit announces Press and then does nothing with it before Qt 6.5.
-    Accessible.onPressAction: {
+    // The toolkit announces Press and then does nothing with it before Qt 6.5; Toggle would change
+    // what is checked and tell nobody.
+    Accessible.onPressAction: control.pressByReader()
+    Accessible.onToggleAction: control.pressByReader()
+
+    function pressByReader(): void {
         if (control.enabled)
             control.clicked();
     }

@@ -15,6 +15,8 @@ FocusScope {
     // The readable column, in the list.
     required property real columnX
     required property real columnWidth
+    // Whether Tab stops here: it does at one row of the list, and the arrow keys lead to the others.
+    property bool takesTab: false
     signal opened(string id)
 
     // Takes the keyboard, and shows that it has it.
@@ -53,8 +55,7 @@ FocusScope {
         first: root.first
         last: root.last
         focus: true
-        // Tab stops at one row of the list; the arrow keys lead to the others.
-        focusPolicy: root.ListView.isCurrentItem || activeFocus ? Qt.TabFocus : Qt.NoFocus
+        focusPolicy: root.takesTab || activeFocus ? Qt.TabFocus : Qt.NoFocus
         disclosure: true
         Accessible.name: root.project.title
         onClicked: {

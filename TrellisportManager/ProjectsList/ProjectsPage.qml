@@ -27,6 +27,11 @@ Screen {
             id: list
 
             readonly property real columnWidth: Math.min(page.safeWidth, Metrics.readableWidth)
+            // The row that had the keyboard last, and the one at which Tab stops: that one as long as
+            // it is near, else the first that is seen.
+            property int lastRow: 0
+            readonly property int firstSeenRow: Math.max(0, indexAt(width / 2, contentY + topMargin))
+            readonly property int tabRow: Math.abs(lastRow - firstSeenRow) < 20 ? Math.min(lastRow, count - 1) : firstSeenRow
             readonly property real columnX: SafeArea.left + (page.safeWidth - columnWidth) / 2
 
             function scrollToTop(): void {
@@ -39,8 +44,8 @@ Screen {
             function moveTo(row: int): void {
                 if (row < 0 || row >= count)
                     return;
-                currentIndex = row;
-                (currentItem as ProjectListRow).takeKeyboard();
+                positionViewAtIndex(row, ListView.Contain);
+                (itemAtIndex(row) as ProjectListRow).takeKeyboard();
             }
 
             objectName: "projectsList"
@@ -48,6 +53,8 @@ Screen {
             reuseItems: true
             highlightFollowsCurrentItem: false
             keyNavigationEnabled: false
+            // There is no current row: whenever it changed, it would take the keyboard from the field.
+            currentIndex: -1
             model: root.viewModel.rows
             delegate: Component {
                 ProjectListRow {
@@ -58,10 +65,12 @@ Screen {
                     width: list.width
                     columnX: list.columnX
                     columnWidth: list.columnWidth
-                    onOpened: id => {
-                        list.currentIndex = row.index;
-                        root.projectOpened(id);
+                    takesTab: index === list.tabRow
+                    onActiveFocusChanged: {
+                        if (activeFocus)
+                            list.lastRow = index;
                     }
+                    onOpened: id => root.projectOpened(id)
                     Keys.onUpPressed: list.moveTo(row.index - 1)
                     Keys.onDownPressed: list.moveTo(row.index + 1)
                 }

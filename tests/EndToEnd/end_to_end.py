@@ -14,6 +14,10 @@ import traceback
 from pathlib import Path
 
 import dashboard_chapter
+import decisions_chapter
+import projects_chapter
+import settings_chapter
+import workspace_chapter
 from harness.checks import CheckFailed
 from harness.console import Console
 from harness.desk import Desk
@@ -28,8 +32,22 @@ def run(console, service):
     dashboard_chapter.run_first_load(console, service)
     dashboard_chapter.run(console, service)
     dashboard_chapter.run_failure(console, service)
+    projects_chapter.run(console, service)
+    project = workspace_chapter.fullest(service)
+    workspace_chapter.run(console, service, project)
+    decisions_chapter.run(console, service, project)
+    workspace_chapter.run_back(console, project)
+    workspace_chapter.run_empty(console, service)
+    workspace_chapter.run_failures(console, service, project)
+    decisions_chapter.run_failures(console, service)
+    config = settings_chapter.run(console, service)
     restart(console, service)
     dashboard_chapter.run_failed_first_load(console, service)
+    projects_chapter.run_after_restart(console, service)
+    settings_chapter.run_after_restart(console, service, config)
+    restart(console, service)
+    dashboard_chapter.run_first_load(console, service)
+    settings_chapter.run_failed_first_load(console, service)
     console.check_quiet()
 
 

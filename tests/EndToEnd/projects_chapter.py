@@ -66,6 +66,11 @@ def press_chip(console, name):
     console.press("check box", name)
 
 
+def typeable(project):
+    """Whether the keyboard of the test can type what the project is searched by."""
+    return project["title"][:20].isascii()
+
+
 def open_project(console, service, project):
     """Finds it by its title, and opens it; gives the first screen of it."""
     console.type_text(SEARCH, project["title"][:20])

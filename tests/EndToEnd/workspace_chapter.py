@@ -87,7 +87,8 @@ def fullest(service):
     for project in service.get("/projects"):
         lists = {part: service.project_part(project, part) for part in LISTS.values()}
         pending = [one for one in lists["decisions"] if one["status"] == "pending"]
-        if all(lists.values()) and len(pending) == 1 and project.get("github_repo_url"):
+        if (all(lists.values()) and len(pending) == 1 and project.get("github_repo_url")
+                and projects_chapter.typeable(project)):
             candidates.append((len(lists["logs"]), project["id"], project))
     if not candidates:
         raise CheckFailed("no project of the practice service has something on every tab")
@@ -98,6 +99,7 @@ def newest(service):
     """A project that has nothing yet but its description."""
     return next(project for project in service.get("/projects")
                 if project.get("bid_status") == "discovered"
+                and projects_chapter.typeable(project)
                 and not service.project_part(project, "messages"))
 
 

@@ -80,9 +80,11 @@ protected:
     }
     /// The rows that the list has made, seen or not.
     QList<QQuickItem *> rows() const { return scene->items(QStringLiteral("projectRow")); }
+    /// How far the list is from its beginning, which moves while rows come and go.
     double scrolled() const
     {
-        return list()->property("contentY").toDouble() + list()->property("topMargin").toDouble();
+        return list()->property("contentY").toDouble() + list()->property("topMargin").toDouble() -
+               list()->property("originY").toDouble();
     }
     int depth() const { return item("projectsStack")->property("depth").toInt(); }
     bool stackRests() const

@@ -46,6 +46,28 @@ TEST_F(ProjectsSearchTest, TheClearButtonShowsEverythingAgain)
     EXPECT_THAT(listed(), ElementsAre(u"AWARDED", u"Title A"));
 }
 
+TEST_F(ProjectsSearchTest, TheFieldKeepsTheKeyboardWhateverTheListBecomes)
+{
+    std::vector<std::string> projects;
+    for (int place = 0; place < 12; ++place) {
+        projects.push_back(projectJson(std::to_string(place), place < 4 ? "discovered" : "awarded",
+                                       place % 5 == 4 ? "Title for a" : "Title other"));
+    }
+    showLoaded(projects);
+    QTest::keyClick(&scene->window(), Qt::Key_Tab);
+    for (int presses = 0; presses < 12; ++presses) {
+        QTest::keyClick(&scene->window(), presses < 10 ? Qt::Key_Tab : Qt::Key_Down);
+    }
+    model.pressChip(6);
+    settle();
+    model.pressChip(6);
+    settle();
+    type("for a");
+    EXPECT_EQ(model.searchText(), u"for a");
+    EXPECT_TRUE(item("searchField")->hasActiveFocus());
+    EXPECT_EQ(depth(), 0);
+}
+
 TEST_F(ProjectsSearchTest, TheFieldStandsUnderTheLargeTitleAndScrollsAway)
 {
     std::vector<std::string> projects;

@@ -128,7 +128,7 @@ class Desk:
 
     def _start_display(self):
         command = ["Xvfb", "-displayfd", "{}", "-screen", 0,
-                   f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-noreset",
+                   f"{self.width}x{self.height}x24", "-nolisten", "tcp", "-noreset", "-nocursor",
                    "-fbdir", self.folder]
         display = self._run_until_ready(command, dict(os.environ))
         self.framebuffer = self.folder / "Xvfb_screen0"

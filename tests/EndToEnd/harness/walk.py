@@ -93,7 +93,14 @@ class _Blob:
     def decorates(self):
         """A line, a dot or a rounded outline, which stand for no words."""
         smaller, larger = sorted((self.width, self.height))
-        return smaller <= 2 or (larger <= DOT and larger - smaller <= 1) or self._outlines()
+        return (smaller <= 2 or (larger <= DOT and larger - smaller <= 1) or self._outlines()
+                or self._is_edge())
+
+    def _is_edge(self):
+        """The upper or lower edge of an outline, with the beginnings of its round corners."""
+        between = range(self.left + CORNER, self.left + self.width - CORNER)
+        rows = {y for x, y in self._marks if x in between}
+        return self.height <= CORNER and bool(rows) and max(rows) - min(rows) < 2
 
     def _outlines(self):
         inside_x = range(self.left + CORNER, self.left + self.width - CORNER)
