@@ -25,7 +25,7 @@ struct HttpRequest {
 struct HttpReply {
     int status = 0; ///< the status code, or 0 when the peer's answer was not HTTP
     std::vector<HttpHeader> headers;
-    std::string body;
+    std::string body; ///< of a status from 200 to 299; of any other it is not awaited, and is empty
 };
 
 enum class TransportFailure {

@@ -88,12 +88,6 @@ TEST_F(CurlSessionLimits, ABodyWithoutEndIsTooLarge)
               TransportFailure::ReplyTooLarge);
 }
 
-TEST_F(CurlSessionLimits, ABodyOfAnErrorWithoutEndIsTooLarge)
-{
-    EXPECT_EQ(failure(endless("HTTP/1.1 500 Oops\r\n\r\n", std::string(10'000, 'x'))),
-              TransportFailure::ReplyTooLarge);
-}
-
 TEST_F(CurlSessionLimits, HeadersWithoutEndAreTooLarge)
 {
     EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\n", "X-Header: value\r\n")),

@@ -167,6 +167,15 @@ TEST(ClientNetwork, TheBodyOfAnErrorIsIgnored)
     EXPECT_EQ(dashboardFate(answering(500, "<html>")), "API: HTTP error 500");
 }
 
+TEST(ClientNetwork, ABrokenOffBodyOfAnErrorIsIgnored)
+{
+    ClientFixture fixture(sending("HTTP/1.1 503 No\r\nContent-Length: 100\r\n\r\n{"));
+    EXPECT_EQ(fate(fixture.api().getDashboard()), "API: HTTP error 503");
+    EXPECT_EQ(fate(fixture.api().updateConfig({})), "API: HTTP error 503");
+    EXPECT_EQ(fixture.server().requestCount("GET "), 1);
+    EXPECT_EQ(fixture.server().requestCount("PUT "), 1);
+}
+
 TEST(ClientNetwork, WhatIsNotHttpIsHttpError0)
 {
     EXPECT_EQ(dashboardFate(sending("220 mail.example ready\r\n")), "API: HTTP error 0");

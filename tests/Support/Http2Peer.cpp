@@ -19,6 +19,7 @@ constexpr std::uint8_t endsHeaders = 4;
 
 /// ":status: 200", the eighth entry of the table that every connection starts with.
 constexpr std::string_view status200 = "\x88";
+constexpr std::string_view status404 = "\x8d"; // the thirteenth
 constexpr std::string_view refusedStream("\0\0\0\x07", 4);
 
 std::uint32_t number(std::string_view bytes)
@@ -75,9 +76,9 @@ void Http2Peer::reply(std::uint32_t stream, std::string_view body)
     sendFrame(dataFrame, endsStream, stream, body);
 }
 
-void Http2Peer::beginReply(std::uint32_t stream, std::string_view part)
+void Http2Peer::beginReply(std::uint32_t stream, std::string_view part, int status)
 {
-    sendFrame(headersFrame, endsHeaders, stream, status200);
+    sendFrame(headersFrame, endsHeaders, stream, status == 404 ? status404 : status200);
     sendFrame(dataFrame, 0, stream, part);
 }
 

@@ -20,8 +20,8 @@ public:
     std::uint32_t nextRequest();
     /// Sends headers with the status 200 and the body, all at once.
     void reply(std::uint32_t stream, std::string_view body);
-    /// Sends the headers and a part of the body; more is to come.
-    void beginReply(std::uint32_t stream, std::string_view part);
+    /// Sends the headers and a part of the body; more is to come. status: 200 or 404.
+    void beginReply(std::uint32_t stream, std::string_view part, int status = 200);
     /// Ends one stream as refused, which lets the client send the request again.
     void refuse(std::uint32_t stream);
 

@@ -61,7 +61,7 @@ CurlTransfer::CurlTransfer(HttpRequest request, const std::vector<HttpHeader> &c
     if (!m_handle) {
         throw transportError(TransportFailure::Other);
     }
-    setUp(options);
+    setUp();
     setAddress();
     setMethodAndBody();
     setHeaders(conditions);
@@ -78,7 +78,7 @@ void CurlTransfer::set(CURLoption option, Value value)
     }
 }
 
-void CurlTransfer::setUp(const CurlHttpOptions &options)
+void CurlTransfer::setUp()
 {
     set(CURLOPT_NOSIGNAL, 1L);
     // Ending an exchange must not wait for a name that is still being looked up.
@@ -87,7 +87,6 @@ void CurlTransfer::setUp(const CurlHttpOptions &options)
     set(CURLOPT_HEADERDATA, &m_reply);
     set(CURLOPT_WRITEFUNCTION, &ReplyReader::takeBody);
     set(CURLOPT_WRITEDATA, &m_reply);
-    set(CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(options.replyLimit));
     set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(CURLOPT_FOLLOWLOCATION, 0L);
     m_reply.setHandle(m_handle.get());
@@ -195,11 +194,11 @@ bool CurlTransfer::usedHttp2() const
 
 HttpResult CurlTransfer::finish(CURLcode code)
 {
+    if (m_reply.isSettled()) {
+        return m_reply.take();
+    }
     if (m_reply.isTooLarge()) {
         return transportError(TransportFailure::ReplyTooLarge);
-    }
-    if (m_reply.isComplete()) {
-        return m_reply.take();
     }
     if (isUnreadableReply(code) && !m_reply.hasStarted()) {
         return HttpReply{};

@@ -38,11 +38,14 @@ public:
     /// Whether the reply came over HTTP/2.
     [[nodiscard]] bool usedHttp2() const;
 
-    /// What has become of it, once libcurl is done.
+    /// Whether its result is certain although libcurl may not be done: no bytes of it are needed.
+    [[nodiscard]] bool isSettled() const { return m_reply.isSettled(); }
+
+    /// What has become of it, once libcurl is done or it is settled; code is then of no matter.
     [[nodiscard]] HttpResult finish(CURLcode code);
 
 private:
-    void setUp(const CurlHttpOptions &options);
+    void setUp();
     void setMethodAndBody();
     void setAddress();
     void setHeaders(const std::vector<HttpHeader> &conditions);

@@ -51,6 +51,7 @@ void CurlWorker::run()
             endAll(TransportFailure::Other);
         }
         endFinished();
+        endSettled();
         endStalled();
         if (curl_multi_poll(m_multi, nullptr, 0, static_cast<int>(longestWait().count()),
                             nullptr) != CURLM_OK) {
@@ -112,11 +113,26 @@ void CurlWorker::endFinished()
             return entry.second.transfer->handle() == message->easy_handle;
         });
         if (job != m_running.end()) {
-            m_readsShareConnections |= job->second.transfer->usedHttp2();
-            HttpResult result = job->second.transfer->finish(code);
-            end(job, std::move(result));
+            finish(job, code);
         }
     }
+}
+
+void CurlWorker::endSettled()
+{
+    for (auto job = m_running.begin(); job != m_running.end();) {
+        const auto current = job++;
+        if (current->second.transfer->isSettled()) {
+            finish(current, CURLE_OK);
+        }
+    }
+}
+
+void CurlWorker::finish(RunningJobs::iterator job, CURLcode code)
+{
+    m_readsShareConnections |= job->second.transfer->usedHttp2();
+    HttpResult result = job->second.transfer->finish(code);
+    end(job, std::move(result));
 }
 
 void CurlWorker::endStalled()

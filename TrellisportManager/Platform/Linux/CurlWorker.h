@@ -37,6 +37,10 @@ private:
     bool readInbox();
     void start(CurlJob job);
     void endFinished();
+    /// Ends those whose result is certain. One that libcurl is not done with loses its connection,
+    /// or its stream of one; so let libcurl first take what has arrived.
+    void endSettled();
+    void finish(RunningJobs::iterator job, CURLcode code);
     void endStalled();
     void end(RunningJobs::iterator job, HttpResult result);
     void endAll(TransportFailure failure);

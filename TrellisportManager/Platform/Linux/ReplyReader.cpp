@@ -3,8 +3,10 @@
 #include "Platform/Linux/HttpHeaders.h"
 
 #include <algorithm>
+#include <charconv>
 #include <exception>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace trellisport::platform {
@@ -80,9 +82,25 @@ bool ReplyReader::endHeaders()
     }
     m_reply.status = static_cast<int>(status);
     m_hasHeaders = true;
+    m_isSettled = status < 200 || status > 299;
+    if (!m_isSettled && announcesTooMuch()) {
+        m_isTooLarge = true;
+        return false;
+    }
     // libcurl would wait for what follows a status below 200.
-    m_isComplete = status < 200;
-    return !m_isComplete;
+    return status >= 200;
+}
+
+bool ReplyReader::announcesTooMuch() const
+{
+    // libcurl could see to it as well, but it would refuse errors along with successes.
+    const auto values = headerValues(m_reply.headers, "Content-Length");
+    return std::any_of(values.begin(), values.end(), [this](std::string_view text) {
+        std::size_t length = 0;
+        const auto error = std::from_chars(text.data(), text.data() + text.size(), length).ec;
+        return error == std::errc::result_out_of_range ||
+               (error == std::errc() && length > m_limit);
+    });
 }
 
 void ReplyReader::addField(std::string_view line)
@@ -100,6 +118,9 @@ void ReplyReader::addField(std::string_view line)
 
 bool ReplyReader::readBody(std::string_view piece)
 {
+    if (m_isSettled) {
+        return true;
+    }
     std::string &body = m_reply.body;
     if (piece.size() > m_limit - body.size()) {
         m_isTooLarge = true;

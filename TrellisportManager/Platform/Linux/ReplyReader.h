@@ -10,7 +10,9 @@
 
 namespace trellisport::platform {
 
-/// Puts a reply together from what libcurl hands over piece by piece.
+/// Puts a reply together from what libcurl hands over piece by piece. The body is taken of a
+/// success alone (200 to 299); of any other status nobody reads it, so such a reply is settled
+/// without it.
 class ReplyReader {
 public:
     /// limit: the most bytes taken of the body.
@@ -30,8 +32,9 @@ public:
     [[nodiscard]] bool hasStarted() const { return m_hasStarted; }
     /// Whether the headers of the final reply are whole.
     [[nodiscard]] bool hasHeaders() const { return m_hasHeaders; }
-    /// Whether the reply is whole although the transfer was ended.
-    [[nodiscard]] bool isComplete() const { return m_isComplete; }
+    /// Whether what the caller gets is certain, whatever becomes of the transfer: the headers are
+    /// whole and tell of no success.
+    [[nodiscard]] bool isSettled() const { return m_isSettled; }
     [[nodiscard]] bool isTooLarge() const { return m_isTooLarge; }
     [[nodiscard]] std::uint64_t bytesRead() const { return m_headerBytes + m_reply.body.size(); }
     /// Gives the reply away.
@@ -40,6 +43,7 @@ public:
 private:
     bool readHeaderLine(std::string_view line);
     bool endHeaders();
+    [[nodiscard]] bool announcesTooMuch() const;
     void addField(std::string_view line);
     bool readBody(std::string_view piece);
 
@@ -49,7 +53,7 @@ private:
     std::uint64_t m_headerBytes = 0;
     bool m_hasStarted = false;
     bool m_hasHeaders = false;
-    bool m_isComplete = false;
+    bool m_isSettled = false;
     bool m_isTooLarge = false;
 };
 
