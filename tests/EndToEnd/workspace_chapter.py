@@ -145,8 +145,9 @@ def run_failures(console, service, project):
     console.type_text(projects_chapter.SEARCH, project["title"][:20])
     with service.answers("GET", f"/projects/{project['id']}"):
         console.press("button", project["title"])
-    screen = console.wait_for("the empty workspace", lambda seen: not seen.loading()
-                              and seen.has("heading", "Project"))
+    console.wait_for("the empty workspace", lambda seen: not seen.loading()
+                     and seen.has("heading", "Project"))
+    screen = console.look_at_rest()
     check("a project that can't be loaded shows its title bar alone",
           not tab_buttons(screen) and not screen.all("label") and not screen.all("alert"))
     go_back(console)
