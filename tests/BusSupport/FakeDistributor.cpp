@@ -54,6 +54,10 @@ void FakeDistributor::registered(const Registration &registration, const QDBusMe
         }
         values = {map};
     }
+    if (!error.isEmpty()) {
+        m_bus.send(message.createErrorReply(error, QStringLiteral("as the test wants it")));
+        return;
+    }
     const auto reply = [this, message, values] { m_bus.send(message.createReply(values)); };
     if (holdsReplies) {
         heldReplies.emplace_back(reply);

@@ -37,6 +37,8 @@ public:
     // How it behaves.
     QString result = QStringLiteral("REGISTRATION_SUCCEEDED");
     QString reason;
+    /// Answers Register with this error of the bus in place of a result; none when empty.
+    QString error;
     /// Named before the reply to Register; none when empty.
     QString endpoint = QStringLiteral("https://push.test/a");
     /// Keeps its replies to Register back, for ever when nobody calls them.

@@ -2,6 +2,8 @@
 
 #include <QDBusMessage>
 
+#include <utility>
+
 namespace trellisport::test {
 
 namespace {
@@ -29,8 +31,20 @@ void FakeNotificationService::appear()
 
 void FakeNotificationService::vanish()
 {
+    if (!m_bus.isConnected()) {
+        return;
+    }
     m_bus.unregisterService(QStringLiteral("org.freedesktop.Notifications"));
     m_bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+}
+
+void FakeNotificationService::die()
+{
+    m_bus.unregisterObject(QStringLiteral("/org/freedesktop/Notifications"));
+    const QString name = m_bus.name();
+    // The connection ends with the last that holds it.
+    m_bus = QDBusConnection(QStringLiteral("none"));
+    QDBusConnection::disconnectFromBus(name);
 }
 
 void FakeNotificationService::tap(quint32 id, const QString &token, const QString &key)
@@ -39,6 +53,13 @@ void FakeNotificationService::tap(quint32 id, const QString &token, const QStrin
         Q_EMIT m_interface->ActivationToken(id, token);
     }
     Q_EMIT m_interface->ActionInvoked(id, key);
+}
+
+void FakeNotificationService::answerHeld()
+{
+    for (const auto &answer : std::exchange(m_held, {})) {
+        answer();
+    }
 }
 
 void FakeNotificationService::dismiss(quint32 id)
@@ -66,9 +87,19 @@ quint32 FakeNotificationInterface::Notify(const QString &applicationName, quint3
             QStringLiteral("the same again")));
         return 0;
     }
-    const auto id = firstId + static_cast<quint32>(m_service.m_shown.size());
-    m_service.m_shown.push_back({id, applicationName, icon, summary, body, actions, hints, expiry});
-    return id;
+    const auto show = [=, this] {
+        const auto id = firstId + static_cast<quint32>(m_service.m_shown.size());
+        m_service.m_shown.push_back(
+            {id, applicationName, icon, summary, body, actions, hints, expiry});
+        return id;
+    };
+    if (m_service.holdsAnswers) {
+        call.setDelayedReply(true);
+        m_service.m_held.emplace_back(
+            [this, call, show] { m_service.m_bus.send(call.createReply(show())); });
+        return 0;
+    }
+    return show();
 }
 
 void FakeNotificationInterface::CloseNotification(quint32 id)

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <functional>
 #include <vector>
 
 namespace trellisport::test {
@@ -33,6 +34,8 @@ public:
 
     void appear();
     void vanish();
+    /// Its whole connection ends, with calls unanswered. It does not come again.
+    void die();
     /// The user taps; with a token when the service has some to give.
     void tap(quint32 id, const QString &token = {}, const QString &key = QStringLiteral("default"));
     void dismiss(quint32 id);
@@ -40,6 +43,10 @@ public:
     QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body")};
     /// Answers that many calls of Notify with an error.
     int refusals = 0;
+    /// Takes calls of Notify and keeps the answers back until answerHeld().
+    bool holdsAnswers = false;
+    void answerHeld();
+    [[nodiscard]] std::size_t held() const { return m_held.size(); }
 
     [[nodiscard]] const std::vector<Shown> &shown() const { return m_shown; }
     [[nodiscard]] const std::vector<quint32> &closed() const { return m_closed; }
@@ -50,6 +57,7 @@ private:
     friend class FakeNotificationInterface;
 
     QDBusConnection m_bus;
+    std::vector<std::function<void()>> m_held;
     std::vector<Shown> m_shown;
     std::vector<quint32> m_closed;
     int m_questions = 0;

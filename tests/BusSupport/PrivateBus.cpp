@@ -51,8 +51,15 @@ PrivateBus::~PrivateBus()
     for (const QString &name : m_connections) {
         QDBusConnection::disconnectFromBus(name);
     }
-    m_daemon.kill();
-    m_daemon.waitForFinished();
+    end();
+}
+
+void PrivateBus::end()
+{
+    if (m_daemon.state() != QProcess::NotRunning) {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
 }
 
 QDBusConnection PrivateBus::connect()

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] QDBusConnection connect();
     /// Lets the bus start a program for a name.
     void addService(const QString &name, const QString &command);
+    /// Ends at once, as the bus of a session does that is over.
+    void end();
 
 private:
     QTemporaryDir m_folder;

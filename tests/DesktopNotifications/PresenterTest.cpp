@@ -1,3 +1,4 @@
+#include "BusSupport/FakeLauncher.h"
 #include "BusSupport/FakeNotificationService.h"
 #include "BusSupport/PrivateBus.h"
 #include "Platform/Linux/Notifications/NotificationPresenter.h"
@@ -7,12 +8,14 @@
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <optional>
 
 namespace trellisport::test {
 namespace {
 
 using platform::PresentationOptions;
+using platform::Presented;
 using platform::RemoteNotification;
 using ::testing::ElementsAre;
 using ::testing::SizeIs;
@@ -37,9 +40,9 @@ protected:
 
     bool present(const RemoteNotification &notification)
     {
-        bool done = false;
-        m_presenter.present(notification, [&] { done = true; });
-        return waitUntil([&] { return done; });
+        const auto fates = std::make_shared<std::vector<Presented>>();
+        m_presenter.present(notification, [fates](Presented fate) { fates->push_back(fate); });
+        return waitUntil([&] { return !fates->empty(); }) && fates->back() == Presented::Settled;
     }
     std::optional<bool> authorize(unsigned options = 4 + 1 + 2 + 16)
     {
@@ -50,7 +53,19 @@ protected:
         return granted;
     }
 
+    /// What the launcher shows; nothing before it was told anything.
+    [[nodiscard]] std::optional<qlonglong> badge() const
+    {
+        if (m_launcher.updates().empty()) {
+            return std::nullopt;
+        }
+        const QVariantMap &last = m_launcher.updates().back().properties;
+        const qlonglong count = last[QStringLiteral("count")].toLongLong();
+        return last[QStringLiteral("count-visible")].toBool() ? count : 0;
+    }
+
     PrivateBus m_bus;
+    FakeLauncher m_launcher{m_bus.connect()};
     FakeNotificationService m_service{m_bus.connect()};
     bool m_isInFront = false;
     PresentationOptions m_options{16 + 2 + 1};
@@ -60,7 +75,8 @@ protected:
     std::vector<QString> m_tokens;
     platform::NotificationPresenter m_presenter{
         m_bus.connect(),
-        {QStringLiteral("The console"), QStringLiteral("org.trellisport.test")},
+        {QStringLiteral("The console"), QStringLiteral("org.trellisport.test"),
+         std::chrono::milliseconds(20)},
         {[this] { return m_isInFront; },
          [this](const platform::UserNotification &, const auto &completion) {
              ++m_willPresent;
@@ -130,9 +146,17 @@ TEST_F(PresenterTest, TheBodyIsEscapedOnlyWhereMarkupIsUnderstood)
     m_service.vanish();
     m_service.capabilities << QStringLiteral("body-markup");
     m_service.appear();
-    ASSERT_TRUE(waitUntil([&] { return m_presenter.waiting() == 0; }));
-    ASSERT_TRUE(present(question()));
+    ASSERT_TRUE(waitUntil([&] { return m_service.shown().size() == 2; }));
     EXPECT_EQ(m_service.shown().at(1).body, QStringLiteral("Is 1 &lt; 2 &amp; &quot;so&quot;?"));
+}
+
+TEST_F(PresenterTest, TheTitleIsNeverEscaped)
+{
+    m_service.capabilities << QStringLiteral("body-markup");
+    RemoteNotification notification = news();
+    notification.title = QStringLiteral("<b>R&D</b>");
+    ASSERT_TRUE(present(notification));
+    EXPECT_EQ(m_service.shown().front().summary, QStringLiteral("<b>R&D</b>"));
 }
 
 TEST_F(PresenterTest, WhatWasNotAuthorizedIsNotUsed)
@@ -221,18 +245,42 @@ TEST_F(PresenterTest, ADismissedNotificationWaitsNoLonger)
     EXPECT_EQ(m_waitingChanges, 2);
 }
 
-TEST_F(PresenterTest, WhenTheServiceVanishesNothingWaits)
+TEST_F(PresenterTest, WhenTheServiceVanishesDecisionsStillWaitAndNewsDoesNot)
 {
     ASSERT_TRUE(present(question()));
+    ASSERT_TRUE(present(news()));
+    EXPECT_EQ(m_presenter.waiting(), 2);
     m_service.vanish();
-    EXPECT_TRUE(waitUntil([&] { return m_presenter.waiting() == 0; }));
+    EXPECT_TRUE(waitUntil([&] { return m_presenter.waiting() == 1; }));
+    m_service.appear();
+    ASSERT_TRUE(waitUntil([&] { return m_service.shown().size() == 3; }));
+    EXPECT_EQ(m_service.shown().back().summary, QStringLiteral("A question"));
+    m_service.tap(m_service.shown().back().id);
+    EXPECT_TRUE(waitUntil([&] { return m_opened.size() == 1; }));
+    EXPECT_EQ(m_presenter.waiting(), 0);
 }
 
-TEST_F(PresenterTest, WithoutAServiceAMessageIsDoneAndNothingWaits)
+TEST_F(PresenterTest, WithoutAServiceItIsToldAndShownWhenOneComes)
 {
     m_service.vanish();
-    EXPECT_TRUE(present(question()));
-    EXPECT_EQ(m_presenter.waiting(), 0);
+    std::vector<Presented> fates;
+    m_presenter.present(news(), [&](Presented fate) { fates.push_back(fate); });
+    ASSERT_TRUE(waitUntil([&] { return fates.size() == 1; }));
+    EXPECT_EQ(m_presenter.waiting(), 1);
+    m_service.appear();
+    ASSERT_TRUE(waitUntil([&] { return fates.size() == 2; }));
+    EXPECT_THAT(fates, ElementsAre(Presented::Later, Presented::Settled));
+    EXPECT_THAT(m_service.shown(), SizeIs(1));
+}
+
+TEST_F(PresenterTest, AServiceThatRefusesIsTriedAgainLater)
+{
+    m_service.refusals = 3;
+    std::vector<Presented> fates;
+    m_presenter.present(question(), [&](Presented fate) { fates.push_back(fate); });
+    ASSERT_TRUE(waitUntil([&] { return fates.size() == 2; }));
+    EXPECT_THAT(fates, ElementsAre(Presented::Later, Presented::Settled));
+    EXPECT_THAT(m_service.shown(), SizeIs(1));
 }
 
 TEST_F(PresenterTest, ARefusedNotificationIsTriedAgain)
@@ -243,14 +291,61 @@ TEST_F(PresenterTest, ARefusedNotificationIsTriedAgain)
     EXPECT_EQ(m_presenter.waiting(), 1);
 }
 
-TEST_F(PresenterTest, BeyondTheMostThatWaitTheOldestIsTakenBack)
+TEST_F(PresenterTest, BeyondTheMostThatWaitTheOldestThatIsNotUrgentIsTakenBack)
 {
-    for (int count = 0; count <= platform::NotificationPresenter::mostWaiting; ++count) {
+    constexpr auto most = static_cast<int>(platform::NotificationPresenter::mostWaiting);
+    ASSERT_TRUE(present(question()));
+    for (int count = 0; count < most; ++count) {
         ASSERT_TRUE(present(news(QString::number(count))));
     }
     ASSERT_TRUE(waitUntil([&] { return m_service.closed().size() == 1; }));
+    EXPECT_THAT(m_service.closed(), ElementsAre(m_service.shown()[1].id));
+    EXPECT_EQ(m_presenter.waiting(), most);
+    ASSERT_TRUE(waitUntil([&] { return badge() == most; }));
+}
+
+TEST_F(PresenterTest, WhenAllAreUrgentTheOldestIsTakenBack)
+{
+    for (int count = 0; count <= platform::NotificationPresenter::mostWaiting; ++count) {
+        ASSERT_TRUE(present(question()));
+    }
+    ASSERT_TRUE(waitUntil([&] { return m_service.closed().size() == 1; }));
     EXPECT_THAT(m_service.closed(), ElementsAre(m_service.shown().front().id));
+}
+
+TEST_F(PresenterTest, OfTooManyThatCanNotBeShownTheOldestIsGivenUp)
+{
+    m_service.vanish();
+    std::vector<Presented> first;
+    m_presenter.present(news(), [&](Presented fate) { first.push_back(fate); });
+    for (int count = 0; count < platform::NotificationPresenter::mostWaiting; ++count) {
+        m_presenter.present(question(), [](Presented) {});
+    }
+    ASSERT_THAT(first, ElementsAre(Presented::Never));
     EXPECT_EQ(m_presenter.waiting(), platform::NotificationPresenter::mostWaiting);
+}
+
+TEST_F(PresenterTest, TheBadgeCountsWhatWaitsAndMayBeCounted)
+{
+    ASSERT_TRUE(present(question()));
+    ASSERT_TRUE(present(news()));
+    ASSERT_TRUE(waitUntil([&] { return badge() == 2; }));
+    m_isInFront = true;
+    m_options = {PresentationOptions::banner};
+    ASSERT_TRUE(present(news()));
+    m_service.dismiss(m_service.shown().front().id);
+    ASSERT_TRUE(waitUntil([&] { return badge() == 1; })); // neither that one nor the uncounted
+    m_service.tap(m_service.shown()[1].id);
+    ASSERT_TRUE(waitUntil([&] { return badge() == 0; }));
+    EXPECT_EQ(m_presenter.waiting(), 1);
+}
+
+TEST_F(PresenterTest, WithoutLeaveForABadgeThereIsNone)
+{
+    ASSERT_EQ(authorize(4 + 2 + 16), true);
+    ASSERT_TRUE(present(question()));
+    ASSERT_TRUE(waitUntil([&] { return !m_launcher.updates().empty(); }));
+    EXPECT_EQ(badge(), 0);
 }
 
 TEST_F(PresenterTest, CapabilitiesAreAskedForOncePerService)

@@ -11,12 +11,7 @@ constexpr const char *fallback = "TrellisportManager";
 
 RemoteNotification parsed(const QByteArray &content)
 {
-    const auto notification = parseRemoteNotification(content, QLatin1String(fallback));
-    if (!notification) {
-        ADD_FAILURE() << "not a notification: " << content.toStdString();
-        return {};
-    }
-    return *notification;
+    return parseRemoteNotification(content, QLatin1String(fallback));
 }
 
 TEST(RemoteNotification, AlertWithTitleAndBodyIsShown)
@@ -45,12 +40,37 @@ TEST(RemoteNotification, MissingAndOddPartsAreStoodInFor)
     }
 }
 
-TEST(RemoteNotification, OnlyAJsonObjectIsOne)
+TEST(RemoteNotification, WhatIsNoJsonObjectIsShownAsATextOrSaidToBeNone)
 {
-    for (const char *content :
-         {"", "[]", "7", "\"text\"", "null", "hello", "{", "{}}", "\x01\x02"}) {
-        EXPECT_FALSE(parseRemoteNotification(content, QLatin1String(fallback))) << content;
+    EXPECT_EQ(parsed("hello\x07").body, QStringLiteral("hello"));
+    EXPECT_EQ(parsed("\"text\"").body, QStringLiteral("\"text\""));
+    const QString sentence = parsed("").body;
+    EXPECT_FALSE(sentence.isEmpty());
+    const QByteArray tooDeep =
+        "{\"project_id\":\"p1\",\"a\":" + QByteArray(1500, '[') + "7" + QByteArray(1500, ']') + "}";
+    for (const QByteArray &content :
+         {QByteArray("[]"), QByteArray("{"), QByteArray("{}}"), QByteArray(" {\"a\""),
+          QByteArray("\x01\x02"), QByteArray("\xff\xfe text"),
+          QByteArray("{\"type\":\"decision_needed\xff\"}"), tooDeep}) {
+        const auto notification = parsed(content);
+        EXPECT_EQ(notification.title, QLatin1String(fallback)) << content.toStdString();
+        EXPECT_EQ(notification.body, sentence) << content.toStdString();
+        EXPECT_FALSE(notification.isUrgent);
+        EXPECT_TRUE(notification.notification.userInfo.empty());
     }
+}
+
+TEST(RemoteNotification, LongTextsAreCutBetweenCharacters)
+{
+    const QByteArray smile = "\xF0\x9F\x98\x80";
+    const auto notification = parsed("{\"aps\":{\"alert\":{\"title\":\"" + smile.repeated(400) +
+                                     "\",\"body\":\"x" + smile.repeated(800) + "\"}}}");
+    EXPECT_LE(notification.title.size(), longestTitle);
+    EXPECT_LE(notification.body.size(), longestBody);
+    EXPECT_TRUE(notification.title.endsWith(QChar(0x2026)));
+    EXPECT_TRUE(notification.title.isValidUtf16());
+    EXPECT_TRUE(notification.body.isValidUtf16());
+    EXPECT_EQ(parsed(QByteArray(4096, 'x')).body.size(), longestBody);
 }
 
 TEST(RemoteNotification, ADecisionIsUrgentAndNothingElseIs)
@@ -96,8 +116,9 @@ TEST(RemoteNotification, ControlCharactersNeverReachTheScreen)
 
 TEST(RemoteNotification, DeepNestingIsNoTrouble)
 {
-    const QByteArray deep = "{\"a\":" + QByteArray(2000, '[') + QByteArray(2000, ']') + "}";
-    EXPECT_NO_THROW(static_cast<void>(parseRemoteNotification(deep, QLatin1String(fallback))));
+    const QByteArray deep =
+        "{\"project_id\":\"p1\",\"a\":" + QByteArray(900, '[') + QByteArray(900, ']') + "}";
+    EXPECT_EQ(*parsed(deep).notification.userInfo.at("project_id").text(), "p1");
 }
 
 } // namespace

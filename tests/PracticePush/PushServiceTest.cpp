@@ -66,9 +66,10 @@ protected:
                                               .toStdString());
                 },
                 [](const QString &) {},
-                [this](const platform::PushMessage &message, const std::function<void()> &done) {
+                [this](const platform::PushMessage &message,
+                       const std::function<void(platform::MessageFate)> &done) {
                     m_messages.push_back(message.content);
-                    done();
+                    done(platform::MessageFate::Done);
                 }});
         m_connector->registerDevice();
     }
@@ -152,6 +153,7 @@ TEST_F(PushServiceTest, AnUnregisteredClientsEndpointIsGone)
         platform::PushRegistrationStore(m_folder.filePath(QStringLiteral("client.json")))
             .load()
             .value()
+            .places.last()
             .token;
     m_service->unregisterClient(token);
     EXPECT_EQ(postTo(m_endpoints.front(), "hello"), PushOutcome::Gone);

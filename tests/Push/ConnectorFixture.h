@@ -36,12 +36,13 @@ protected:
                                          .object());
                 },
                 [this](const QString &reason) { refusals.push_back(reason); },
-                [this](const platform::PushMessage &message, std::function<void()> done) {
+                [this](const platform::PushMessage &message,
+                       std::function<void(platform::MessageFate)> done) {
                     messages.push_back(message);
                     if (holdsMessages) {
                         held.push_back(std::move(done));
                     } else {
-                        done();
+                        done(platform::MessageFate::Done);
                     }
                 }});
     }
@@ -62,6 +63,7 @@ protected:
     {
         return platform::PushRegistrationStore(statePath()).load();
     }
+    [[nodiscard]] QString storedToken() const { return stored().value().places.last().token; }
     [[nodiscard]] QString endpoint(std::size_t index = 0) const
     {
         return tokens.at(index)[QStringLiteral("endpoint")].toString();
@@ -89,7 +91,7 @@ protected:
     std::vector<QString> refusals;
     std::vector<platform::PushMessage> messages;
     bool holdsMessages = false;
-    std::vector<std::function<void()>> held;
+    std::vector<std::function<void(platform::MessageFate)>> held;
 };
 
 } // namespace trellisport::test

@@ -94,12 +94,35 @@ TEST_F(DeliveryTest, TheReplyComesWhenTheMessageIsDealtWithAndNamesItsId)
     ASSERT_THAT(held, SizeIs(2));
     EXPECT_FALSE(call.isFinished());
     EXPECT_FALSE(old.isFinished());
-    held[0]();
-    held[1]();
+    held[0](platform::MessageFate::Done);
+    held[1](platform::MessageFate::Done);
     ASSERT_TRUE(finished(call) && finished(old));
     const auto map = qdbus_cast<QVariantMap>(call.reply().arguments().value(0));
     EXPECT_EQ(map, (QVariantMap{{QStringLiteral("id"), QStringLiteral("m1")}}));
     EXPECT_EQ(old.reply().type(), QDBusMessage::ReplyMessage);
+}
+
+TEST_F(DeliveryTest, AMessageThatWasNotShownIsNotAcknowledged)
+{
+    holdsMessages = true;
+    const QDBusPendingCall call =
+        m_distributor->sendMessage2(arguments("text", QStringLiteral("m1")));
+    const QDBusPendingCall old = m_distributor->sendMessage1(m_token, "text");
+    settle();
+    ASSERT_THAT(held, SizeIs(2));
+    held[0](platform::MessageFate::NotNow);
+    held[1](platform::MessageFate::NotNow);
+    ASSERT_TRUE(finished(call) && finished(old));
+    EXPECT_EQ(QDBusError(call.reply()).type(), QDBusError::Failed);
+    EXPECT_EQ(QDBusError(old.reply()).type(), QDBusError::Failed);
+}
+
+TEST_F(DeliveryTest, APlainMessageWithTheIdOfAnotherIsAnother)
+{
+    for (const char *content : {"first", "second"}) {
+        ASSERT_TRUE(finished(m_distributor->sendMessage1(m_token, content, QStringLiteral("1"))));
+    }
+    EXPECT_NE(messages[0].identity, messages[1].identity);
 }
 
 TEST_F(DeliveryTest, WithoutAnIdTheReplyNamesNone)
@@ -158,7 +181,7 @@ TEST_F(DeliveryTest, OfAFloodTheExcessIsTurnedAwayAndTheRestIsServed)
         EXPECT_EQ(QDBusError(calls[index].reply()).type(), QDBusError::LimitsExceeded);
     }
     for (const auto &done : held) {
-        done();
+        done(platform::MessageFate::Done);
     }
     holdsMessages = false;
     ASSERT_TRUE(finished(m_distributor->sendMessage2(arguments("text"))));

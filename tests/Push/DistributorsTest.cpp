@@ -16,18 +16,30 @@ QString fullName(const char *suffix)
 TEST(ChooseDistributor, TheNamedOneAdmitsNoOther)
 {
     const platform::DistributorNames names{{fullName("a"), fullName("b")}, {}};
-    EXPECT_EQ(platform::chooseDistributor(names, QStringLiteral("b"), fullName("a")),
+    EXPECT_EQ(platform::chooseDistributor(names, QStringLiteral("b"), {fullName("a")}),
               fullName("b"));
-    EXPECT_EQ(platform::chooseDistributor(names, QStringLiteral("c"), fullName("a")), std::nullopt);
+    EXPECT_EQ(platform::chooseDistributor(names, QStringLiteral("c"), {fullName("a")}),
+              std::nullopt);
 }
 
 TEST(ChooseDistributor, TheOneInUseBeforeComesBeforeOthers)
 {
-    EXPECT_EQ(platform::chooseDistributor({{fullName("a"), fullName("b")}, {}}, {}, fullName("b")),
+    EXPECT_EQ(
+        platform::chooseDistributor({{fullName("a"), fullName("b")}, {}}, {}, {fullName("b")}),
+        fullName("b"));
+    EXPECT_EQ(platform::chooseDistributor({{fullName("a")}, {fullName("b")}}, {}, {fullName("b")}),
               fullName("b"));
-    EXPECT_EQ(platform::chooseDistributor({{fullName("a")}, {fullName("b")}}, {}, fullName("b")),
-              fullName("b"));
-    EXPECT_EQ(platform::chooseDistributor({{fullName("a")}, {}}, {}, fullName("b")), fullName("a"));
+    EXPECT_EQ(platform::chooseDistributor({{fullName("a")}, {}}, {}, {fullName("b")}),
+              fullName("a"));
+}
+
+TEST(ChooseDistributor, OfThoseInUseBeforeTheFirstThatIsThere)
+{
+    const QStringList before{fullName("c"), fullName("b")};
+    const platform::DistributorNames two{{fullName("a"), fullName("b")}, {}};
+    EXPECT_EQ(platform::chooseDistributor(two, {}, before), fullName("b"));
+    const platform::DistributorNames all{{fullName("a"), fullName("b"), fullName("c")}, {}};
+    EXPECT_EQ(platform::chooseDistributor(all, {}, before), fullName("c"));
 }
 
 TEST(ChooseDistributor, OfSeveralTheFirstByName)
@@ -149,6 +161,32 @@ TEST_F(PushConnectorTest, AChangeOfPushServiceMakesANewTokenAndGivesTheOldOneBac
         ASSERT_TRUE(waitUntil([&] { return !a->unregistrations().empty(); }));
         EXPECT_THAT(a->unregistrations(), ElementsAre(a->token()));
     }
+}
+
+TEST_F(PushConnectorTest, TheOneInUseIsReturnedToWhenItWasMerelyLate)
+{
+    const auto b = makeDistributor("b", true, true);
+    b->appear();
+    startAndRegister();
+    ASSERT_TRUE(waitUntil([&] { return tokens.size() == 1; }));
+    const QString token = b->token();
+    b->vanish();
+    const auto a = makeDistributor("a", true, true);
+    a->endpoint = QStringLiteral("https://push.test/stand-in");
+    a->appear();
+    startAndRegister();
+    ASSERT_TRUE(waitUntil([&] { return tokens.size() == 2; }));
+    EXPECT_EQ(endpoint(1), a->endpoint);
+    EXPECT_NE(a->token(), token);
+    // A message that the late one still had is ours, too.
+    ASSERT_TRUE(finished(b->sendMessage1(token, "old")));
+    EXPECT_THAT(messages, SizeIs(1));
+    b->appear();
+    ASSERT_TRUE(waitUntil([&] { return tokens.size() == 3; }));
+    EXPECT_EQ(endpoint(2), b->endpoint);
+    EXPECT_EQ(b->token(), token);
+    ASSERT_TRUE(waitUntil([&] { return !a->unregistrations().empty(); }));
+    EXPECT_THAT(a->unregistrations(), ElementsAre(a->token()));
 }
 
 TEST_F(PushConnectorTest, OneThatTakesThePlaceOfTheVanishedIsRegisteredWith)

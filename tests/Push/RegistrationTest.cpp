@@ -73,7 +73,7 @@ TEST_F(PushConnectorTest, TheTokenIsOnDiskBeforeTheEndpointArrives)
     startAndRegister();
     ASSERT_TRUE(waitUntil([&] { return tokens.size() == 1; }));
     EXPECT_THAT(distributor->heldReplies, SizeIs(1));
-    EXPECT_EQ(stored().value().token, distributor->token());
+    EXPECT_EQ(storedToken(), distributor->token());
 }
 
 TEST_F(PushConnectorTest, OnlyTheUserMayReadTheKeys)
@@ -181,6 +181,38 @@ TEST_F(PushConnectorTest, EmptyAndMalformedEndpointsAreIgnored)
     EXPECT_TRUE(waitUntil([&] { return tokens.size() == 1; }));
 }
 
+TEST_F(PushConnectorTest, AnEndpointThatIsWithdrawnAndComesAgainIsAnnouncedAgain)
+{
+    const auto distributor = makeDistributor("fake", true, true);
+    distributor->appear();
+    startAndRegister();
+    ASSERT_TRUE(waitUntil([&] { return tokens.size() == 1; }));
+    distributor->sendEndpoint1(distributor->token(), distributor->endpoint);
+    settle();
+    EXPECT_THAT(tokens, SizeIs(1)); // nothing has changed
+    distributor->sendEndpoint1(distributor->token(), {});
+    distributor->sendEndpoint1(distributor->token(), distributor->endpoint);
+    ASSERT_TRUE(waitUntil([&] { return tokens.size() == 2; }));
+    EXPECT_EQ(tokens[0], tokens[1]);
+}
+
+TEST_F(PushConnectorTest, NoReplyToARegistrationIsPendingAndAnEndpointIsStillTaken)
+{
+    const auto distributor = makeDistributor("fake", false, true);
+    distributor->endpoint.clear();
+    distributor->error = QStringLiteral("org.freedesktop.DBus.Error.NoReply");
+    distributor->appear();
+    startAndRegister();
+    ASSERT_TRUE(waitUntil([&] { return distributor->registrations().size() == 1; }));
+    settle();
+    EXPECT_THAT(refusals, SizeIs(0));
+    distributor->sendEndpoint2(
+        {{QStringLiteral("token"), distributor->token()},
+         {QStringLiteral("endpoint"), QStringLiteral("https://push.test/late")}});
+    ASSERT_TRUE(waitUntil([&] { return tokens.size() == 1; }));
+    EXPECT_EQ(endpoint(), QStringLiteral("https://push.test/late"));
+}
+
 TEST_F(PushConnectorTest, AnEndpointForAnUnknownTokenIsIgnored)
 {
     const auto distributor = makeDistributor("fake", true, true);
@@ -226,13 +258,13 @@ TEST_F(PushConnectorTest, AfterUnregisteredTheNextStartMakesANewToken)
             distributor->sendUnregistered1(QString()); // confirms what we never asked for
             distributor->sendUnregistered1(QStringLiteral("another"));
             settle();
-            EXPECT_EQ(stored().value().token, token);
+            EXPECT_EQ(storedToken(), token);
             distributor->sendUnregistered1(token);
         } else {
             distributor->sendUnregistered2({});
             distributor->sendUnregistered2({{QStringLiteral("token"), QStringLiteral("another")}});
             settle();
-            EXPECT_EQ(stored().value().token, token);
+            EXPECT_EQ(storedToken(), token);
             distributor->sendUnregistered2({{QStringLiteral("token"), token}});
         }
         settle();

@@ -50,12 +50,14 @@ protected:
         m_session = make(m_bus.connect(), grace);
         ASSERT_TRUE(m_session->claimName());
     }
-    std::unique_ptr<BusSession> make(const QDBusConnection &bus, std::chrono::milliseconds grace)
+    std::unique_ptr<BusSession> make(const QDBusConnection &bus, std::chrono::milliseconds grace,
+                                     bool awaitsWindow = false)
     {
         return std::make_unique<BusSession>(
             bus,
             BusSession::Setup{QLatin1String(name), QLatin1String(path), QStringLiteral("Console"),
-                              m_folder.filePath(QStringLiteral("state")), QString(), grace},
+                              m_folder.filePath(QStringLiteral("state")), QString(), grace,
+                              awaitsWindow},
             BusSession::Events{
                 [this](const ActivationToken &token, std::function<void(bool)> done) {
                     log.push_back("bring up " + token.value.toStdString());
@@ -71,7 +73,10 @@ protected:
                     completion({platform::PresentationOptions::banner});
                 },
                 [this](const platform::UserNotification &notification) {
-                    log.push_back("open " + *notification.userInfo.at("project_id").text());
+                    const auto project = notification.userInfo.find("project_id");
+                    log.push_back("open " + (project == notification.userInfo.end()
+                                                 ? std::string("nothing")
+                                                 : *project->second.text()));
                 },
                 [this](std::vector<std::uint8_t> token) { deviceToken = std::move(token); },
                 [this](const std::string &reason) { log.push_back("refused " + reason); },
@@ -96,10 +101,26 @@ protected:
         };
         return practice::encryptPushMessage({bytes("p256dh"), bytes("auth")}, content).value();
     }
+    QDBusPendingCall send(const QByteArray &message)
+    {
+        lastSent = message;
+        return m_distributor.sendMessage1(m_distributor.token(), message);
+    }
+    /// Comes back when it is acknowledged.
     bool deliver(const QByteArray &message)
     {
-        const QDBusPendingCall call = m_distributor.sendMessage1(m_distributor.token(), message);
-        return waitUntil([&] { return call.isFinished(); });
+        const QDBusPendingCall call = send(message);
+        return waitUntil([&] { return call.isFinished(); }) && !call.isError();
+    }
+    /// Everything that was called before this has been dealt with when it returns.
+    void settle()
+    {
+        QDBusConnection other = m_bus.connect();
+        const QDBusPendingCall ping = other.asyncCall(QDBusMessage::createMethodCall(
+            QLatin1String(name), QLatin1String(path), QStringLiteral("org.freedesktop.DBus.Peer"),
+            QStringLiteral("Ping")));
+        ASSERT_TRUE(waitUntil([&] { return ping.isFinished(); }));
+        runPendingEvents();
     }
     bool logHas(const std::string &entry)
     {
@@ -114,11 +135,14 @@ protected:
     std::vector<std::string> log;
     std::vector<std::function<void(bool)>> wishes;
     std::vector<std::uint8_t> deviceToken;
+    QByteArray lastSent;
     bool showsWindow = true;
 };
 
 const QByteArray awarded =
     R"({"aps":{"alert":{"title":"Awarded"}},"type":"project_awarded","project_id":"p1"})";
+const QByteArray question =
+    R"({"aps":{"alert":{"title":"Decision"}},"type":"decision_needed","project_id":"p7"})";
 
 TEST_F(BusSessionTest, OnlyOneInstanceHasTheNameAndTheOtherActivatesIt)
 {
@@ -139,17 +163,42 @@ TEST_F(BusSessionTest, OnlyOneInstanceHasTheNameAndTheOtherActivatesIt)
     EXPECT_TRUE(answered.get_future().get());
 }
 
-TEST_F(BusSessionTest, OpenBringsUpTheWindowAndActionsDoNothing)
+TEST_F(BusSessionTest, OpenAndActionsBringUpTheWindow)
 {
     start();
     QDBusConnection bus = m_bus.connect();
-    const QVariantMap startupId{{QStringLiteral("desktop-startup-id"), QStringLiteral("id-1")}};
-    bus.send(applicationCall(QStringLiteral("ActivateAction"),
-                             {QStringLiteral("answer"), QVariantList(), QVariantMap()}));
+    const QVariantMap first{{QStringLiteral("desktop-startup-id"), QStringLiteral("id-1")}};
+    const QVariantMap second{{QStringLiteral("activation-token"), QStringLiteral("token-1")}};
     bus.send(applicationCall(QStringLiteral("Open"),
-                             {QStringList{QStringLiteral("file:///etc/passwd")}, startupId}));
+                             {QStringList{QStringLiteral("file:///etc/passwd")}, first}));
     EXPECT_TRUE(logHas("bring up id-1"));
-    EXPECT_THAT(log, SizeIs(1));
+    bus.send(applicationCall(QStringLiteral("ActivateAction"),
+                             {QStringLiteral("answer"), QVariantList(), second}));
+    EXPECT_TRUE(logHas("bring up token-1"));
+    EXPECT_THAT(log, SizeIs(2));
+}
+
+TEST_F(BusSessionTest, AFloodOfActivationsBringsUpTheWindowOnceAndOnceMore)
+{
+    start();
+    showsWindow = false;
+    QDBusConnection bus = m_bus.connect();
+    const auto activate = [&](const char *token) {
+        return bus.asyncCall(applicationCall(
+            QStringLiteral("Activate"),
+            {QVariantMap{{QStringLiteral("activation-token"), QLatin1String(token)}}}));
+    };
+    for (int count = 0; count < 100; ++count) {
+        activate("old");
+    }
+    const QDBusPendingCall last = activate("new");
+    ASSERT_TRUE(waitUntil([&] { return last.isFinished(); }));
+    ASSERT_THAT(wishes, SizeIs(1));
+    wishes[0](true);
+    ASSERT_TRUE(waitUntil([&] { return wishes.size() == 2; }));
+    wishes[1](true);
+    runPendingEvents();
+    EXPECT_THAT(log, ElementsAre("bring up old", "bring up new"));
 }
 
 TEST_F(BusSessionTest, AMessageIsShownAndItsTapBringsUpTheWindowAndThenRoutes)
@@ -203,15 +252,120 @@ TEST_F(BusSessionTest, MessagesWithTheSameIdAreOneNotification)
     EXPECT_THAT(m_service.shown(), SizeIs(2));
 }
 
-TEST_F(BusSessionTest, APlainMessageIsShownAndAnythingElseIsAnsweredAndDropped)
+TEST_F(BusSessionTest, WhateverArrivesIsShownAndRoutesNowhereWhenItNamesNothing)
 {
     start();
     registerDevice();
-    ASSERT_TRUE(deliver(awarded));
-    ASSERT_TRUE(deliver("hello"));
-    ASSERT_TRUE(deliver(sealed("[1]")));
-    ASSERT_TRUE(deliver(sealed("")));
+    for (const QByteArray &message : {awarded, QByteArray("hello"), sealed("[1]"), sealed("")}) {
+        ASSERT_TRUE(deliver(message));
+    }
+    ASSERT_THAT(m_service.shown(), SizeIs(4));
+    EXPECT_EQ(m_service.shown()[1].body, QStringLiteral("hello"));
+    EXPECT_FALSE(m_service.shown()[3].body.isEmpty());
+    m_service.tap(m_service.shown()[1].id);
+    EXPECT_TRUE(logHas("open nothing"));
+}
+
+TEST_F(BusSessionTest, AMessageIsAcknowledgedWhenItIsShownAndNotBefore)
+{
+    start();
+    registerDevice();
+    m_service.holdsAnswers = true;
+    const QDBusPendingCall call = send(sealed(awarded));
+    const QDBusPendingCall again = send(lastSent);
+    ASSERT_TRUE(waitUntil([&] { return m_service.held() == 1; }));
+    settle();
+    EXPECT_FALSE(call.isFinished());
+    EXPECT_FALSE(again.isFinished());
+    m_service.answerHeld();
+    ASSERT_TRUE(waitUntil([&] { return call.isFinished() && again.isFinished(); }));
+    EXPECT_FALSE(call.isError());
+    EXPECT_FALSE(again.isError());
     EXPECT_THAT(m_service.shown(), SizeIs(1));
+}
+
+TEST_F(BusSessionTest, AMessageThatCanNotBeShownIsNotAcknowledgedAndShownLater)
+{
+    start(std::chrono::milliseconds(50));
+    registerDevice();
+    m_service.vanish();
+    for (int count = 0; count < 2; ++count) { // the second time it is known and waits already
+        const QDBusPendingCall call = count == 0 ? send(sealed(question)) : send(lastSent);
+        ASSERT_TRUE(waitUntil([&] { return call.isFinished(); }));
+        EXPECT_TRUE(call.isError());
+    }
+    EXPECT_FALSE(waitUntil([&] { return !log.empty(); }, std::chrono::milliseconds(300)));
+    m_service.appear();
+    ASSERT_TRUE(waitUntil([&] { return m_service.shown().size() == 1; }));
+    ASSERT_TRUE(deliver(lastSent)); // the push service tries again: it has been seen by now
+    EXPECT_THAT(m_service.shown(), SizeIs(1));
+    m_service.tap(m_service.shown().front().id);
+    EXPECT_TRUE(logHas("open p7"));
+}
+
+TEST_F(BusSessionTest, AMessageThatWasNotShownIsNotRememberedOverARestart)
+{
+    start();
+    registerDevice();
+    m_service.vanish();
+    const QDBusPendingCall call = send(sealed(question));
+    ASSERT_TRUE(waitUntil([&] { return call.isFinished(); }));
+    start();
+    m_service.appear();
+    ASSERT_TRUE(deliver(lastSent));
+    EXPECT_THAT(m_service.shown(), SizeIs(1));
+}
+
+TEST_F(BusSessionTest, ANotificationServiceThatDiesBeforeItsAnswerLosesNoMessage)
+{
+    start();
+    registerDevice();
+    m_service.holdsAnswers = true;
+    const QDBusPendingCall call = send(sealed(question));
+    ASSERT_TRUE(waitUntil([&] { return m_service.held() == 1; }));
+    m_service.die();
+    ASSERT_TRUE(waitUntil([&] { return call.isFinished(); }));
+    EXPECT_TRUE(call.isError());
+    FakeNotificationService next(m_bus.connect());
+    next.appear();
+    EXPECT_TRUE(waitUntil([&] { return next.shown().size() == 1; }));
+}
+
+TEST_F(BusSessionTest, ADecisionIsShownAgainByTheNextNotificationService)
+{
+    start(std::chrono::milliseconds(50));
+    registerDevice();
+    ASSERT_TRUE(deliver(sealed(question)));
+    ASSERT_TRUE(deliver(sealed(awarded)));
+    m_service.vanish();
+    EXPECT_FALSE(waitUntil([&] { return !log.empty(); }, std::chrono::milliseconds(300)));
+    FakeNotificationService next(m_bus.connect());
+    next.appear();
+    ASSERT_TRUE(waitUntil([&] { return next.shown().size() == 1; }));
+    EXPECT_EQ(next.shown().front().summary, QStringLiteral("Decision"));
+    next.tap(next.shown().front().id);
+    EXPECT_TRUE(logHas("open p7"));
+}
+
+TEST_F(BusSessionTest, WithoutAWindowItEndsWithItsBus)
+{
+    start();
+    registerDevice();
+    ASSERT_TRUE(deliver(sealed(awarded)));
+    m_bus.end();
+    EXPECT_TRUE(logHas("leave"));
+}
+
+TEST_F(BusSessionTest, WithAWindowItOutlivesItsBusAndLeavesWhenThatIsClosed)
+{
+    start();
+    registerDevice();
+    m_session->setWindow(true);
+    ASSERT_TRUE(deliver(sealed(question)));
+    m_bus.end();
+    EXPECT_FALSE(waitUntil([&] { return !log.empty(); }, std::chrono::milliseconds(300)));
+    m_session->setWindow(false);
+    EXPECT_TRUE(logHas("leave"));
 }
 
 TEST_F(BusSessionTest, WithoutAWindowItLeavesWhenNothingHappens)
@@ -220,6 +374,15 @@ TEST_F(BusSessionTest, WithoutAWindowItLeavesWhenNothingHappens)
     ASSERT_TRUE(logHas("leave"));
     QDBusConnection other = m_bus.connect();
     EXPECT_FALSE(other.interface()->isServiceRegistered(QLatin1String(name)).value());
+}
+
+TEST_F(BusSessionTest, AStartWithAWindowIsNotGivenUpHoweverLongItTakes)
+{
+    m_session = make(m_bus.connect(), std::chrono::milliseconds(20), true);
+    EXPECT_FALSE(waitUntil([&] { return !log.empty(); }, std::chrono::milliseconds(300)));
+    m_session->setWindow(true);
+    m_session->setWindow(false);
+    EXPECT_TRUE(logHas("leave"));
 }
 
 TEST_F(BusSessionTest, ItStaysForAWaitingNotificationAndLeavesWhenThatIsDismissed)

@@ -7,6 +7,17 @@
 
 namespace trellisport::platform {
 
+namespace {
+
+void tell(NotificationPresenter::Done &done, Presented fate)
+{
+    if (done) {
+        std::exchange(done, {})(fate);
+    }
+}
+
+} // namespace
+
 NotificationPresenter::NotificationPresenter(const QDBusConnection &bus, const Identity &identity,
                                              Events events, QObject *parent)
     : QObject(parent)
@@ -16,17 +27,23 @@ NotificationPresenter::NotificationPresenter(const QDBusConnection &bus, const I
 {
     connect(&m_service, &NotificationService::opened, this,
             [this](quint32 id, const QString &token) {
-                if (const auto waiting = take(id)) {
+                if (const Entry opened = take(id)) {
                     // Some services leave it on the screen.
                     m_service.close(id);
-                    m_events.opened(waiting->notification, token);
+                    m_events.opened(opened->notification.notification, token);
                 }
             });
-    connect(&m_service, &NotificationService::closed, this, [this](quint32 id) { take(id); });
-    connect(&m_service, &NotificationService::vanished, this, [this] {
-        if (!m_waiting.isEmpty()) {
-            m_waiting.clear();
-            changed();
+    connect(&m_service, &NotificationService::closed, this,
+            [this](quint32 id) { static_cast<void>(take(id)); });
+    connect(&m_service, &NotificationService::vanished, this,
+            &NotificationPresenter::serviceVanished);
+    connect(&m_service, &NotificationService::appeared, this, &NotificationPresenter::sendKept);
+    m_retry.setSingleShot(true);
+    m_retry.setInterval(identity.retryDelay);
+    connect(&m_retry, &QTimer::timeout, this, [this] {
+        // Asking in vain would have the bus look for one to start, again and again.
+        if (m_service.isThere()) {
+            sendKept();
         }
     });
 }
@@ -44,8 +61,7 @@ void NotificationPresenter::authorize(AuthorizationOptions options,
     });
 }
 
-void NotificationPresenter::present(const RemoteNotification &notification,
-                                    std::function<void()> done)
+void NotificationPresenter::present(const RemoteNotification &notification, Done done)
 {
     constexpr PresentationOptions everything{
         PresentationOptions::banner | PresentationOptions::sound | PresentationOptions::badge};
@@ -65,47 +81,120 @@ void NotificationPresenter::present(const RemoteNotification &notification,
 }
 
 void NotificationPresenter::show(const RemoteNotification &notification,
-                                 PresentationOptions options, const std::function<void()> &done)
+                                 PresentationOptions options, const Done &done)
 {
     if (!options.has(PresentationOptions::banner) ||
         !m_authorized.has(AuthorizationOptions::alert)) {
-        done();
+        done(Presented::Settled);
         return;
     }
-    const DesktopNotification desktop{
-        notification.title, notification.body,
-        notification.isUrgent && m_authorized.has(AuthorizationOptions::criticalAlert),
-        options.has(PresentationOptions::sound) && m_authorized.has(AuthorizationOptions::sound),
-        notification.isUrgent};
-    const bool counts =
-        options.has(PresentationOptions::badge) && m_authorized.has(AuthorizationOptions::badge);
-    m_service.show(desktop, [this, counts, userNotification = notification.notification,
-                             done](std::optional<quint32> id) {
-        if (id) {
-            add({*id, counts, userNotification});
-        }
-        done();
-    });
+    const auto entry = std::make_shared<Waiting>();
+    entry->notification = notification;
+    entry->options = options;
+    entry->done = done;
+    m_waiting.append(entry);
+    makeRoom();
+    changed();
+    if (m_waiting.contains(entry)) {
+        send(entry);
+    }
 }
 
-void NotificationPresenter::add(Waiting waiting)
+void NotificationPresenter::send(const Entry &entry)
 {
-    m_waiting.removeIf([&](const Waiting &other) { return other.id == waiting.id; });
-    m_waiting.append(std::move(waiting));
-    if (m_waiting.size() > mostWaiting) {
-        m_service.close(m_waiting.takeFirst().id);
+    const RemoteNotification &notification = entry->notification;
+    const DesktopNotification desktop{notification.title, notification.body,
+                                      notification.isUrgent &&
+                                          m_authorized.has(AuthorizationOptions::criticalAlert),
+                                      entry->options.has(PresentationOptions::sound) &&
+                                          m_authorized.has(AuthorizationOptions::sound),
+                                      notification.isUrgent};
+    entry->isBeingSent = true;
+    m_service.show(desktop, [this, entry](std::optional<quint32> id) { sent(entry, id); });
+}
+
+void NotificationPresenter::sent(const Entry &entry, std::optional<quint32> id)
+{
+    entry->isBeingSent = false;
+    if (!m_waiting.contains(entry)) {
+        if (id) {
+            m_service.close(*id);
+        }
+        return;
     }
+    if (!id) {
+        if (entry->done && !std::exchange(entry->isLate, true)) {
+            entry->done(Presented::Later);
+        }
+        if (!m_retry.isActive()) {
+            m_retry.start();
+        }
+        return;
+    }
+    // One that the service gave the same id is on the screen no more.
+    static_cast<void>(take(*id));
+    entry->id = id;
+    tell(entry->done, Presented::Settled);
+    sendKept();
+}
+
+void NotificationPresenter::sendKept()
+{
+    for (const Entry &entry : QList<Entry>(m_waiting)) {
+        if (!entry->id && entry->isLate && !entry->isBeingSent) {
+            send(entry);
+        }
+    }
+}
+
+void NotificationPresenter::serviceVanished()
+{
+    const qsizetype before = m_waiting.size();
+    // News has been seen, or it was not worth much; a decision waits for its answer.
+    m_waiting.removeIf(
+        [](const Entry &entry) { return entry->id && !entry->notification.isUrgent; });
+    for (const Entry &entry : m_waiting) {
+        if (entry->id) {
+            entry->id.reset();
+            entry->isLate = true;
+        }
+    }
+    if (m_waiting.size() != before) {
+        changed();
+    }
+}
+
+void NotificationPresenter::forgetAll()
+{
+    m_waiting.clear();
+    m_retry.stop();
     changed();
 }
 
-std::optional<NotificationPresenter::Waiting> NotificationPresenter::take(quint32 id)
+void NotificationPresenter::makeRoom()
+{
+    if (m_waiting.size() <= mostWaiting) {
+        return;
+    }
+    const auto found = std::find_if(m_waiting.begin(), m_waiting.end(), [](const Entry &entry) {
+        return !entry->notification.isUrgent;
+    });
+    const Entry oldest = found == m_waiting.end() ? m_waiting.first() : *found;
+    m_waiting.removeOne(oldest);
+    if (oldest->id) {
+        m_service.close(*oldest->id);
+    }
+    tell(oldest->done, Presented::Never);
+}
+
+NotificationPresenter::Entry NotificationPresenter::take(quint32 id)
 {
     const auto found = std::find_if(m_waiting.begin(), m_waiting.end(),
-                                    [id](const Waiting &waiting) { return waiting.id == id; });
+                                    [id](const Entry &entry) { return entry->id == id; });
     if (found == m_waiting.end()) {
-        return std::nullopt;
+        return nullptr;
     }
-    Waiting taken = std::move(*found);
+    const Entry taken = *found;
     m_waiting.erase(found);
     changed();
     return taken;
@@ -113,8 +202,10 @@ std::optional<NotificationPresenter::Waiting> NotificationPresenter::take(quint3
 
 void NotificationPresenter::changed()
 {
-    m_badge.show(std::count_if(m_waiting.begin(), m_waiting.end(),
-                               [](const Waiting &waiting) { return waiting.counts; }));
+    m_badge.show(std::count_if(m_waiting.begin(), m_waiting.end(), [this](const Entry &entry) {
+        return entry->options.has(PresentationOptions::badge) &&
+               m_authorized.has(AuthorizationOptions::badge);
+    }));
     m_events.waitingChanged();
 }
 

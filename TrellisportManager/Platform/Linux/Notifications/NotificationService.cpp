@@ -1,6 +1,5 @@
 #include "Platform/Linux/Notifications/NotificationService.h"
 
-#include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QTimer>
@@ -35,10 +34,14 @@ NotificationService::NotificationService(const QDBusConnection &bus, QString app
     listen(QStringLiteral("ActionInvoked"), SLOT(actionInvoked(quint32, QString)));
     listen(QStringLiteral("NotificationClosed"), SLOT(notificationClosed(quint32, quint32)));
     connect(&m_watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString & /*name*/, const QString &before) {
+            [this](const QString & /*name*/, const QString &before, const QString &now) {
                 m_capabilities.reset();
+                m_isThere = !now.isEmpty();
                 if (!before.isEmpty()) {
                     Q_EMIT vanished();
+                }
+                if (m_isThere) {
+                    Q_EMIT appeared();
                 }
             });
 }
@@ -56,6 +59,15 @@ QDBusMessage NotificationService::method(const QString &name) const
                                           QLatin1String(serviceName), name);
 }
 
+void NotificationService::noteWhether(const QDBusError &error)
+{
+    // No reply says nothing: it may be busy, or it vanished, which is told in its own way.
+    if (error.type() != QDBusError::NoReply) {
+        m_isThere =
+            error.type() != QDBusError::ServiceUnknown && error.type() != QDBusError::Disconnected;
+    }
+}
+
 void NotificationService::withCapabilities(
     std::function<void(const std::optional<QStringList> &)> next)
 {
@@ -69,6 +81,7 @@ void NotificationService::withCapabilities(
             [this, watcher, next = std::move(next)] {
                 watcher->deleteLater();
                 const QDBusPendingReply<QStringList> reply = *watcher;
+                noteWhether(reply.error());
                 if (reply.isError()) {
                     next(std::nullopt);
                     return;
@@ -132,6 +145,7 @@ void NotificationService::send(const DesktopNotification &notification,
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [=, this] {
         watcher->deleteLater();
         const QDBusPendingReply<quint32> reply = *watcher;
+        noteWhether(reply.error());
         if (!reply.isError()) {
             answer(reply.value());
         } else if (triesLeft <= 1 || reply.error().type() == QDBusError::NoReply ||

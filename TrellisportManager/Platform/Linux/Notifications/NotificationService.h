@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusServiceWatcher>
 #include <QObject>
@@ -37,6 +38,8 @@ public:
     void show(const DesktopNotification &notification,
               std::function<void(std::optional<quint32> id)> answer);
     void close(quint32 id);
+    /// Whether there was one when it was last heard of.
+    [[nodiscard]] bool isThere() const { return m_isThere; }
 
 Q_SIGNALS:
     /// The user opened one. token, when not empty, lets a window come to the front.
@@ -45,6 +48,8 @@ Q_SIGNALS:
     void closed(quint32 id);
     /// The service has gone, and all that it showed with it.
     void vanished();
+    /// One has come, the first or another.
+    void appeared();
 
 private Q_SLOTS:
     void activationToken(quint32 id, const QString &token);
@@ -53,6 +58,7 @@ private Q_SLOTS:
 
 private:
     void withCapabilities(std::function<void(const std::optional<QStringList> &)> next);
+    void noteWhether(const QDBusError &error);
     void send(const DesktopNotification &notification, const QStringList &capabilities,
               int triesLeft, const std::function<void(std::optional<quint32> id)> &answer);
     [[nodiscard]] QDBusMessage method(const QString &name) const;
@@ -63,6 +69,7 @@ private:
     QString m_applicationName;
     QString m_applicationId;
     QDBusServiceWatcher m_watcher;
+    bool m_isThere = false;
     std::optional<QStringList> m_capabilities; ///< of the service that runs now; absent: not asked
     /// The last activation token; it comes just before the action that it is for.
     std::pair<quint32, QString> m_token;

@@ -1,8 +1,10 @@
 #include "Platform/Linux/Notifications/RemoteNotification.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStringDecoder>
 
 #include <utility>
 
@@ -12,7 +14,7 @@ namespace {
 
 /// What a notification service can be trusted with: no control characters, which some draw as boxes
 /// and the bus cuts texts at, but for line ends where there may be lines.
-QString presentable(const QString &text, bool lines)
+QString presentable(const QString &text, qsizetype longest, bool lines)
 {
     QString result = text;
     for (QChar &character : result) {
@@ -21,7 +23,25 @@ QString presentable(const QString &text, bool lines)
             character = QLatin1Char(' ');
         }
     }
-    return result.trimmed();
+    result = result.trimmed();
+    if (result.size() > longest) {
+        qsizetype end = longest - 1;
+        if (result.at(end - 1).isHighSurrogate()) {
+            --end; // no half of a character
+        }
+        result = result.left(end) + QChar(0x2026);
+    }
+    return result;
+}
+
+/// The text that content is; empty when it is none that a person would read.
+QString plainText(const QByteArray &content)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(content);
+    const QByteArray start = content.trimmed().left(1);
+    const bool isForMachines = start == "{" || start == "[";
+    return decoder.hasError() || isForMachines ? QString() : text;
 }
 
 UserInfoValue userInfoValue(const QJsonValue &value)
@@ -64,19 +84,26 @@ UserInfo userInfo(const QJsonObject &payload)
 
 } // namespace
 
-std::optional<RemoteNotification> parseRemoteNotification(const QByteArray &content,
-                                                          const QString &fallbackTitle)
+RemoteNotification parseRemoteNotification(const QByteArray &content, const QString &fallbackTitle)
 {
     const QJsonDocument document = QJsonDocument::fromJson(content);
+    RemoteNotification result;
     if (!document.isObject()) {
-        return std::nullopt;
+        result.title = fallbackTitle;
+        result.body = presentable(plainText(content), longestBody, true);
+        if (result.body.isEmpty()) {
+            result.body =
+                QCoreApplication::translate("RemoteNotification", "A message that can't be shown");
+        }
+        return result;
     }
     const QJsonObject payload = document.object();
     const QJsonValue alert = payload[QLatin1String("aps")].toObject().value(QLatin1String("alert"));
-    RemoteNotification result;
-    result.title = presentable(alert[QLatin1String("title")].toString(), false);
-    result.body = presentable(
-        alert.isString() ? alert.toString() : alert[QLatin1String("body")].toString(), true);
+    const QString title = alert[QLatin1String("title")].toString();
+    const QString body =
+        alert.isString() ? alert.toString() : alert[QLatin1String("body")].toString();
+    result.title = presentable(title, longestTitle, false);
+    result.body = presentable(body, longestBody, true);
     if (result.title.isEmpty()) {
         result.title = fallbackTitle;
     }

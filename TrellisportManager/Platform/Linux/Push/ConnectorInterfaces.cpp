@@ -6,12 +6,24 @@ namespace trellisport::platform {
 
 namespace {
 
-void answer(QDBusConnection bus, const QDBusMessage &call, bool isDone, const QVariantList &values)
+void answer(QDBusConnection bus, const QDBusMessage &call, MessageFate fate,
+            const QVariantList &values)
 {
-    if (call.isReplyRequired()) {
-        bus.send(isDone ? call.createReply(values)
-                        : call.createErrorReply(QDBusError::LimitsExceeded,
-                                                QStringLiteral("Too many messages at once.")));
+    if (!call.isReplyRequired()) {
+        return;
+    }
+    switch (fate) {
+    case MessageFate::Done:
+        bus.send(call.createReply(values));
+        break;
+    case MessageFate::NotNow:
+        bus.send(call.createErrorReply(QDBusError::Failed,
+                                       QStringLiteral("The message can't be shown now.")));
+        break;
+    case MessageFate::TooMany:
+        bus.send(call.createErrorReply(QDBusError::LimitsExceeded,
+                                       QStringLiteral("Too many messages at once.")));
+        break;
     }
 }
 
@@ -38,7 +50,7 @@ void ConnectorInterface1::Message(const QString &token, const QByteArray &messag
 {
     call.setDelayedReply(true);
     m_receiver.message(token, message, id,
-                       [bus = m_bus, call](bool isDone) { answer(bus, call, isDone, {}); });
+                       [bus = m_bus, call](MessageFate fate) { answer(bus, call, fate, {}); });
 }
 
 void ConnectorInterface1::NewEndpoint(const QString &token, const QString &endpoint)
@@ -72,8 +84,8 @@ QVariantMap ConnectorInterface2::Message(const QVariantMap &arguments, const QDB
     }
     m_receiver.message(argument<QString>(arguments, "token"),
                        argument<QByteArray>(arguments, "message"), id,
-                       [bus = m_bus, call, acknowledgement](bool isDone) {
-                           answer(bus, call, isDone, {acknowledgement});
+                       [bus = m_bus, call, acknowledgement](MessageFate fate) {
+                           answer(bus, call, fate, {acknowledgement});
                        });
     return {};
 }

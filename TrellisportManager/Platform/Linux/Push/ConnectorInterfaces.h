@@ -11,6 +11,13 @@
 
 namespace trellisport::platform {
 
+/// What became of a message.
+enum class MessageFate {
+    Done,    ///< it need not come again
+    NotNow,  ///< it could not be shown
+    TooMany, ///< others have to be dealt with first
+};
+
 /// What push services call, whatever generation they speak. Anyone on the bus can call it: nothing
 /// is known of the caller but that it knows the token, or not.
 class PushReceiver {
@@ -20,9 +27,9 @@ public:
     PushReceiver &operator=(const PushReceiver &) = delete;
     virtual ~PushReceiver() = default;
 
-    /// done is called once, when the message is dealt with; true says that it need not come again.
+    /// done is called once, when the message's fate is known.
     virtual void message(const QString &token, const QByteArray &message, const QString &id,
-                         std::function<void(bool isDone)> done) = 0;
+                         std::function<void(MessageFate)> done) = 0;
     virtual void newEndpoint(const QString &token, const QString &endpoint) = 0;
     virtual void unregistered(const QString &token) = 0;
 };

@@ -9,7 +9,7 @@
 namespace trellisport::platform {
 
 std::optional<QString> chooseDistributor(DistributorNames names, const QString &named,
-                                         const QString &before)
+                                         const QStringList &before)
 {
     const auto isUsable = [&](const QString &name) {
         return names.running.contains(name) || names.startable.contains(name);
@@ -18,8 +18,10 @@ std::optional<QString> chooseDistributor(DistributorNames names, const QString &
         const QString name = QLatin1String(distributorPrefix) + named;
         return isUsable(name) ? std::optional(name) : std::nullopt;
     }
-    if (isUsable(before)) {
-        return before;
+    for (const QString &name : before) {
+        if (isUsable(name)) {
+            return name;
+        }
     }
     if (names.running.isEmpty()) {
         return std::nullopt;

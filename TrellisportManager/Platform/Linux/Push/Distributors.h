@@ -21,10 +21,10 @@ struct DistributorNames {
 };
 
 /// Which push service to use. named, the last part of a bus name, is what the user asked for and
-/// admits no other; else the one in use before, so that it does not change with the order in which
-/// they start; else of those that run the first by name. Absent when there is none.
+/// admits no other; else the first of those in use before, so that it does not change with the
+/// order in which they start; else of those that run the first by name. Absent when there is none.
 [[nodiscard]] std::optional<QString> chooseDistributor(DistributorNames names, const QString &named,
-                                                       const QString &before);
+                                                       const QStringList &before);
 
 /// Watches the push services of a bus. One thread, which runs an event loop.
 class Distributors : public QObject {

@@ -53,31 +53,53 @@ void PushConnector::registerDevice()
 void PushConnector::lookForDistributor()
 {
     m_distributors.list([this](const DistributorNames &names) {
-        const auto chosen =
-            chooseDistributor(names, m_options.distributor, m_registration.distributor);
-        if (!chosen) {
-            return;
+        QStringList before;
+        for (const PushRegistration::Place &place : m_registration.places) {
+            before.append(place.distributor);
         }
-        if (*chosen != m_registration.distributor) {
-            leaveFormerDistributor(names.running);
+        if (const auto chosen = chooseDistributor(names, m_options.distributor, before)) {
+            use(*chosen, names.running);
         }
-        registerWith(*chosen);
     });
 }
 
-void PushConnector::leaveFormerDistributor(const QStringList &running)
+void PushConnector::use(const QString &distributor, const QStringList &running)
 {
-    if (running.contains(m_registration.distributor) && !m_registration.token.isEmpty()) {
-        m_former = std::make_unique<DistributorCalls>(m_bus, m_registration.distributor,
-                                                      m_options.service);
-        m_former->unregisterToken(m_registration.token);
+    QList<PushRegistration::Place> &places = m_registration.places;
+    // The first place is kept while it is away, unless the user named another. What stood in for it
+    // is not needed any more.
+    const bool isFirst = places.isEmpty() || places.first().distributor == distributor ||
+                         !m_options.distributor.isEmpty();
+    const QString before = places.isEmpty() ? QString() : placeInUse().distributor;
+    QList<PushRegistration::Place> kept;
+    for (const PushRegistration::Place &place : places) {
+        if (place.distributor == distributor || (!isFirst && kept.isEmpty())) {
+            kept.append(place);
+        } else {
+            giveBack(place, running);
+        }
     }
-    m_registration.token.clear();
+    if (kept.isEmpty() || kept.last().distributor != distributor) {
+        kept.append({distributor, {}});
+    }
+    places = kept;
+    if (distributor != before) {
+        m_endpoint.clear();
+    }
+    registerThere();
 }
 
-void PushConnector::registerWith(const QString &distributor)
+void PushConnector::giveBack(const PushRegistration::Place &place, const QStringList &running)
 {
-    m_registration.distributor = distributor;
+    if (running.contains(place.distributor) && !place.token.isEmpty()) {
+        m_former = std::make_unique<DistributorCalls>(m_bus, place.distributor, m_options.service);
+        m_former->unregisterToken(place.token);
+    }
+}
+
+void PushConnector::registerThere()
+{
+    PushRegistration::Place &place = placeInUse();
     if (m_registration.keys.publicKey.isEmpty()) {
         const auto keys = PushKeys::generate();
         if (!keys) {
@@ -86,13 +108,13 @@ void PushConnector::registerWith(const QString &distributor)
         }
         m_registration.keys = *keys;
     }
-    if (m_registration.token.isEmpty()) {
-        m_registration.token = QUuid::createUuid().toString(QUuid::WithoutBraces);
+    if (place.token.isEmpty()) {
+        place.token = QUuid::createUuid().toString(QUuid::WithoutBraces);
     }
     // Before the call: the endpoint may arrive before its reply.
     save();
-    m_distributor = std::make_unique<DistributorCalls>(m_bus, distributor, m_options.service);
-    m_distributor->registerToken(m_registration.token, m_options.description,
+    m_distributor = std::make_unique<DistributorCalls>(m_bus, place.distributor, m_options.service);
+    m_distributor->registerToken(place.token, m_options.description,
                                  [this](RegisterOutcome outcome, const QString &reason) {
                                      if (outcome == RegisterOutcome::Refused) {
                                          m_events.refused(reason);
@@ -102,62 +124,84 @@ void PushConnector::registerWith(const QString &distributor)
 
 void PushConnector::distributorAppeared(const QString &name)
 {
-    // One in use that comes again may have forgotten us. Others beside it change nothing.
-    if (m_isWanted && (!m_distributor || m_distributor->name() == name)) {
+    // One in use that comes again may have forgotten us, and the one that another stands in for is
+    // returned to. Others beside them change nothing.
+    const bool isFirst =
+        !m_registration.places.isEmpty() && m_registration.places.first().distributor == name;
+    if (m_isWanted && (!m_distributor || m_distributor->name() == name || isFirst)) {
         lookForDistributor();
     }
 }
 
-bool PushConnector::isOurs(const QString &token) const
+PushRegistration::Place *PushConnector::placeOf(const QString &token)
 {
-    return !token.isEmpty() && token == m_registration.token;
+    for (PushRegistration::Place &place : m_registration.places) {
+        if (!token.isEmpty() && place.token == token) {
+            return &place;
+        }
+    }
+    return nullptr;
 }
 
 void PushConnector::newEndpoint(const QString &token, const QString &endpoint)
 {
-    // An empty one means that there is none for now.
-    if (!isOurs(token) || !isPushEndpoint(endpoint) || endpoint == m_endpoint) {
+    const PushRegistration::Place *place = placeOf(token);
+    if (!place || place != &placeInUse()) {
         return;
     }
-    m_endpoint = endpoint;
-    m_events.registered(deviceToken(endpoint, m_registration.keys));
+    if (endpoint.isEmpty()) {
+        // There is none for now. Whoever knows it may drop it by the time that it is back.
+        m_endpoint.clear();
+        return;
+    }
+    if (isPushEndpoint(endpoint) && endpoint != m_endpoint) {
+        m_endpoint = endpoint;
+        m_events.registered(deviceToken(endpoint, m_registration.keys));
+    }
 }
 
 void PushConnector::unregistered(const QString &token)
 {
-    if (!isOurs(token)) {
+    PushRegistration::Place *place = placeOf(token);
+    if (!place) {
         return;
     }
     // Registering again at once would go round in circles with a push service that does not want
     // us. The next start registers anew, and so does the push service's own return.
-    m_registration.token.clear();
-    m_endpoint.clear();
+    place->token.clear();
+    if (place == &placeInUse()) {
+        m_endpoint.clear();
+    }
     save();
 }
 
 void PushConnector::message(const QString &token, const QByteArray &message, const QString &id,
-                            std::function<void(bool isDone)> done)
+                            std::function<void(MessageFate)> done)
 {
-    if (!isOurs(token) || message.isEmpty() || message.size() > largestMessage) {
-        done(true);
+    if (!placeOf(token) || message.isEmpty() || message.size() > largestMessage) {
+        done(MessageFate::Done);
         return;
     }
     if (m_underWay >= m_options.mostAtOnce) {
-        done(false);
+        done(MessageFate::TooMany);
         return;
     }
     ++m_underWay;
-    const auto finish = [self = QPointer<PushConnector>(this), done = std::move(done)] {
+    const auto finish = [self = QPointer<PushConnector>(this),
+                         done = std::move(done)](MessageFate fate) {
         if (self) {
             --self->m_underWay;
         }
-        done(true);
+        done(fate);
     };
     if (auto content = decryptPushMessage(m_registration.keys, message)) {
         // No two messages are encrypted to the same bytes.
-        m_events.message({*std::move(content), message}, finish);
+        m_events.message({*std::move(content), "sealed " + message}, finish);
     } else {
-        m_events.message({message, id.toUtf8()}, finish);
+        // Push services count anew when they feel like it: the same id may come with other content.
+        const QByteArray identity =
+            id.isEmpty() ? QByteArray() : "plain " + id.toUtf8() + '\0' + message;
+        m_events.message({message, identity}, finish);
     }
 }
 

@@ -27,7 +27,8 @@ struct PushMessage {
 };
 
 /// Keeps this program registered with a push service of the session and hands on what it delivers.
-/// Push services come, go and return; the registration follows them. One thread, which runs an
+/// Push services come, go and return; the registration follows them, and another stands in while
+/// the one in use is away. One thread, which runs an
 /// event loop.
 class PushConnector : public QObject, private PushReceiver {
     Q_OBJECT
@@ -42,8 +43,8 @@ public:
         /// The device can be reached under this token. Once in a run, and when it changes.
         std::function<void(std::vector<std::uint8_t> token)> registered;
         std::function<void(QString reason)> refused;
-        /// done is called once, when the message is shown or needs no showing. Any time later.
-        std::function<void(PushMessage message, std::function<void()> done)> message;
+        /// done is called once, when the message's fate is known. Any time later.
+        std::function<void(PushMessage message, std::function<void(MessageFate)> done)> message;
     };
 
     /// Loads the registration and puts the interfaces on the bus; push services reach them once
@@ -59,14 +60,18 @@ public:
 
 private:
     void message(const QString &token, const QByteArray &message, const QString &id,
-                 std::function<void(bool isDone)> done) override;
+                 std::function<void(MessageFate)> done) override;
     void newEndpoint(const QString &token, const QString &endpoint) override;
     void unregistered(const QString &token) override;
 
-    [[nodiscard]] bool isOurs(const QString &token) const;
+    /// The one in use is the last.
+    [[nodiscard]] PushRegistration::Place &placeInUse() { return m_registration.places.last(); }
+    /// Where the token was made; null when it is none of ours.
+    [[nodiscard]] PushRegistration::Place *placeOf(const QString &token);
     void lookForDistributor();
-    void registerWith(const QString &distributor);
-    void leaveFormerDistributor(const QStringList &running);
+    void use(const QString &distributor, const QStringList &running);
+    void registerThere();
+    void giveBack(const PushRegistration::Place &place, const QStringList &running);
     void distributorAppeared(const QString &name);
     void save();
 
@@ -78,7 +83,7 @@ private:
     Distributors m_distributors;
     std::unique_ptr<DistributorCalls> m_distributor; ///< the one registered with in this run
     std::unique_ptr<DistributorCalls> m_former;
-    QString m_endpoint; ///< the last that was handed on
+    QString m_endpoint; ///< the last that was handed on; empty when it holds no more
     bool m_isWanted = false;
     int m_underWay = 0;
 };

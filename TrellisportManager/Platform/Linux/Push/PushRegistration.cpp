@@ -1,5 +1,6 @@
 #include "Platform/Linux/Push/PushRegistration.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -31,22 +32,29 @@ std::optional<PushRegistration> PushRegistrationStore::load() const
         return std::nullopt;
     }
     const QJsonObject object = QJsonDocument::fromJson(*content).object();
-    PushRegistration registration{object[QLatin1String("distributor")].toString(),
-                                  object[QLatin1String("token")].toString(),
+    PushRegistration registration{{},
                                   {bytes(object[QLatin1String("privateKey")]),
                                    bytes(object[QLatin1String("publicKey")]),
                                    bytes(object[QLatin1String("authSecret")])}};
     if (!registration.keys.isValid()) {
         return std::nullopt;
     }
+    for (const auto &entry : object[QLatin1String("places")].toArray()) {
+        registration.places.append({entry[QLatin1String("distributor")].toString(),
+                                    entry[QLatin1String("token")].toString()});
+    }
     return registration;
 }
 
 bool PushRegistrationStore::save(const PushRegistration &registration) const
 {
+    QJsonArray places;
+    for (const PushRegistration::Place &place : registration.places) {
+        places.append(QJsonObject{{QStringLiteral("distributor"), place.distributor},
+                                  {QStringLiteral("token"), place.token}});
+    }
     const QJsonObject object{
-        {QStringLiteral("distributor"), registration.distributor},
-        {QStringLiteral("token"), registration.token},
+        {QStringLiteral("places"), places},
         {QStringLiteral("privateKey"), text(registration.keys.privateKey)},
         {QStringLiteral("publicKey"), text(registration.keys.publicKey)},
         {QStringLiteral("authSecret"), text(registration.keys.authSecret)},

@@ -3,16 +3,24 @@
 #include "Platform/Linux/Push/PrivateFile.h"
 #include "Platform/Linux/Push/PushKeys.h"
 
+#include <QList>
 #include <QString>
 
 #include <optional>
 
 namespace trellisport::platform {
 
-/// What a registration with a push service lives on.
+/// What registrations with push services live on.
 struct PushRegistration {
-    QString distributor; ///< the bus name it was made with; empty: none yet
-    QString token;       ///< what the push service calls us; empty: none yet
+    struct Place {
+        QString distributor; ///< the push service's bus name
+        QString token;       ///< what it calls us; empty: none yet
+
+        friend bool operator==(const Place &, const Place &) = default;
+    };
+
+    /// The push service to use, and after it the one that stands in while that is away.
+    QList<Place> places;
     PushKeys keys;
 
     friend bool operator==(const PushRegistration &, const PushRegistration &) = default;

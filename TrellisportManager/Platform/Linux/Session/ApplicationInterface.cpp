@@ -27,8 +27,9 @@ void ApplicationInterface::Open(const QStringList & /*uris*/, const QVariantMap 
 
 void ApplicationInterface::ActivateAction(const QString & /*name*/,
                                           const QVariantList & /*parameter*/,
-                                          const QVariantMap & /*platformData*/)
+                                          const QVariantMap &platformData)
 {
+    Activate(platformData);
 }
 
 bool claimApplicationName(const QDBusConnection &bus, const QString &name)

@@ -25,7 +25,7 @@ public Q_SLOTS:
     void Activate(const QVariantMap &platformData);
     /// The program opens no documents; somebody wants it all the same.
     void Open(const QStringList &uris, const QVariantMap &platformData);
-    /// There are no actions.
+    /// There are no actions; somebody who thinks so wants the program, too.
     void ActivateAction(const QString &name, const QVariantList &parameter,
                         const QVariantMap &platformData);
 

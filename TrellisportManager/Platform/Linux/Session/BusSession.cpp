@@ -7,6 +7,11 @@
 
 namespace trellisport::platform {
 
+namespace {
+/// Stands before a number where a message has no identity of its own.
+const QByteArray nameless = "nameless ";
+} // namespace
+
 BusSession::BusSession(const QDBusConnection &bus, Setup setup, Events events)
     : m_bus(bus)
     , m_setup(std::move(setup))
@@ -29,14 +34,18 @@ BusSession::BusSession(const QDBusConnection &bus, Setup setup, Events events)
                m_events.registered(std::move(token));
            },
            [this](const QString &reason) { m_events.refused(reason.toStdString()); },
-           [this](const PushMessage &message, std::function<void()> done) {
+           [this](const PushMessage &message, std::function<void(MessageFate)> done) {
                messageArrived(message, std::move(done));
            }})
     , m_idle(m_setup.grace, [this] { leave(); })
+    , m_hasWindow(m_setup.awaitsWindow)
 {
-    new ApplicationInterface([this](const ActivationToken &token) { activate(token, [] {}); },
-                             this);
+    new ApplicationInterface([this](const ActivationToken &token) { activate(token, {}); }, this);
     m_bus.registerObject(m_setup.path, this);
+    m_bus.connect({}, QStringLiteral("/org/freedesktop/DBus/Local"),
+                  QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                  this, SLOT(busHasGone()));
+    update();
 }
 
 BusSession::~BusSession()
@@ -77,49 +86,96 @@ void BusSession::setWindow(bool isThere)
 
 void BusSession::activate(const ActivationToken &token, std::function<void()> then)
 {
-    ++m_underWay;
+    // However many want the window while it is being brought up: it comes up once more for them.
+    if (!m_nextActivation) {
+        m_nextActivation.emplace();
+    }
+    if (!token.value.isEmpty()) {
+        m_nextActivation->token = token;
+    }
+    if (then) {
+        m_nextActivation->thens.push_back(std::move(then));
+    }
+    activateNext();
+}
+
+void BusSession::activateNext()
+{
+    if (m_isActivating || !m_nextActivation) {
+        return;
+    }
+    m_isActivating = true;
     update();
-    m_events.bringUp(token, [this, then = std::move(then)](bool isThere) {
+    Activation activation = *std::exchange(m_nextActivation, {});
+    m_events.bringUp(activation.token, [this, thens = std::move(activation.thens)](bool isThere) {
         if (isThere) {
-            then();
+            for (const auto &then : thens) {
+                then();
+            }
         }
         // setWindow() has told of the window before.
         QMetaObject::invokeMethod(this, [this] {
-            --m_underWay;
+            m_isActivating = false;
+            activateNext();
             update();
         });
     });
 }
 
-void BusSession::messageArrived(const PushMessage &message, std::function<void()> done)
+void BusSession::messageArrived(const PushMessage &message, std::function<void(MessageFate)> done)
 {
     m_idle.touch();
-    const auto notification = parseRemoteNotification(message.content, m_setup.name);
-    if (!notification) {
-        done();
+    const RemoteNotification notification = parseRemoteNotification(message.content, m_setup.name);
+    QByteArray identity =
+        notification.id.isEmpty() ? message.identity : QByteArray("id ") + notification.id;
+    if (identity.isEmpty()) {
+        identity = nameless + QByteArray::number(++m_nameless);
+    } else if (m_seen.contains(identity)) {
+        done(MessageFate::Done);
         return;
     }
-    const QByteArray identity =
-        notification->id.isEmpty() ? message.identity : QByteArray("id ") + notification->id;
-    if (!identity.isEmpty()) {
-        if (m_seen.contains(identity)) {
-            done();
-            return;
+    if (const auto known = m_unsettled.find(identity); known != m_unsettled.end()) {
+        if (known->isPostponed) {
+            done(MessageFate::NotNow);
+        } else {
+            known->answers.push_back(std::move(done));
         }
+        return;
+    }
+    m_unsettled[identity].answers.push_back(std::move(done));
+    m_presenter.present(notification,
+                        [this, identity](Presented fate) { presented(identity, fate); });
+}
+
+void BusSession::presented(const QByteArray &identity, Presented fate)
+{
+    const bool isSettled = fate == Presented::Settled;
+    if (isSettled && !identity.startsWith(nameless)) {
         m_seen.add(identity);
     }
-    ++m_underWay;
+    Unsettled &message = m_unsettled[identity];
+    for (const auto &answer : std::exchange(message.answers, {})) {
+        answer(isSettled ? MessageFate::Done : MessageFate::NotNow);
+    }
+    message.isPostponed = true;
+    if (fate != Presented::Later) {
+        m_unsettled.remove(identity);
+    }
+}
+
+void BusSession::busHasGone()
+{
+    m_unsettled.clear();
+    m_presenter.forgetAll();
     update();
-    m_presenter.present(*notification, [this, done = std::move(done)] {
-        done();
-        --m_underWay;
-        update();
-    });
+    if (!m_idle.isBusy()) {
+        m_idle.finish();
+    }
 }
 
 void BusSession::update()
 {
-    m_idle.setBusy(m_hasWindow || m_underWay > 0 || m_presenter.waiting() > 0);
+    m_idle.setBusy(m_hasWindow || m_isActivating || m_presenter.waiting() > 0);
 }
 
 void BusSession::leave()

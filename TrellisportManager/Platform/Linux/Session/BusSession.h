@@ -7,12 +7,14 @@
 #include "Platform/Linux/Session/IdleWatch.h"
 
 #include <QDBusConnection>
+#include <QHash>
 #include <QObject>
 #include <QString>
 
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -30,6 +32,7 @@ public:
         QString stateFolder;                     ///< what push services need us to remember
         QString distributor;                     ///< the only push service to use; empty: any
         std::chrono::milliseconds grace{20'000}; ///< for what may still come, without a window
+        bool awaitsWindow = false;               ///< one is about to be shown
     };
     /// Called on the session's thread.
     struct Events {
@@ -66,9 +69,23 @@ public:
     /// Whether there is a window now. Without one the session decides when to leave.
     void setWindow(bool isThere);
 
+private Q_SLOTS:
+    void busHasGone();
+
 private:
+    struct Activation {
+        ActivationToken token;
+        std::vector<std::function<void()>> thens;
+    };
+    struct Unsettled {
+        std::vector<std::function<void(MessageFate)>> answers;
+        bool isPostponed = false; ///< it was answered, but is not shown yet
+    };
+
     void activate(const ActivationToken &token, std::function<void()> then);
-    void messageArrived(const PushMessage &message, std::function<void()> done);
+    void activateNext();
+    void messageArrived(const PushMessage &message, std::function<void(MessageFate)> done);
+    void presented(const QByteArray &identity, Presented fate);
     void update();
     void leave();
 
@@ -76,11 +93,14 @@ private:
     Setup m_setup;
     Events m_events;
     SeenMessages m_seen;
+    QHash<QByteArray, Unsettled> m_unsettled; ///< messages that are not shown yet, by identity
+    int m_nameless = 0;                       ///< messages so far that have no identity
     NotificationPresenter m_presenter;
     PushConnector m_connector;
     IdleWatch m_idle;
-    bool m_hasWindow = false;
-    int m_underWay = 0; ///< messages and windows that are being shown
+    bool m_hasWindow;
+    bool m_isActivating = false;
+    std::optional<Activation> m_nextActivation;
 };
 
 } // namespace trellisport::platform
