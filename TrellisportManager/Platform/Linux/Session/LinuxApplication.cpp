@@ -48,7 +48,7 @@ int LinuxApplication::run(int &argc, char **argv, LaunchReason reason, const Mak
     const ActivationToken token = ActivationToken::takeFromEnvironment();
     m_toolkit = std::make_unique<ToolkitApplication>(argc, argv, m_queue);
     m_bus = std::make_unique<BusThread>();
-    startSession();
+    startSession(reason == LaunchReason::User);
     const int status = live(reason, token, makeEntry);
     m_entry.reset();
     endSession();
@@ -64,13 +64,14 @@ void LinuxApplication::registerForRemoteNotifications()
     }
 }
 
-void LinuxApplication::startSession()
+void LinuxApplication::startSession(bool awaitsWindow)
 {
     BusSession::Setup setup;
     setup.id = applicationId();
     setup.path = applicationPath();
     setup.name = applicationName();
     setup.stateFolder = stateFolder();
+    setup.awaitsWindow = awaitsWindow;
     setup.distributor = qEnvironmentVariable("UNIFIEDPUSH_DISTRIBUTOR");
     BusSession::Events events;
     events.bringUp = [this](const ActivationToken &token, std::function<void(bool)> done) {
@@ -136,16 +137,18 @@ int LinuxApplication::live(LaunchReason reason, const ActivationToken &token,
     if (!m_session && !wantsWindow) {
         return complain("there is no session bus to receive messages from.");
     }
-    bool isOurs = true;
-    if (m_session) {
-        m_bus->runAndWait([&] { isOurs = m_session->claimName(); });
-    }
-    if (!isOurs) {
+    if (!claimName()) {
         bool answered = true;
         if (wantsWindow) {
             m_bus->runAndWait([&] { answered = m_session->activateOther(token); });
         }
-        return answered ? 0 : complain("it runs already, but does not answer.");
+        if (answered) {
+            return 0;
+        }
+        // It may have been about to leave.
+        if (!claimName()) {
+            return complain("it runs already, but does not answer.");
+        }
     }
     if (wantsWindow && !becomeGraphical(token)) {
         return complain("there is no display to show the window on.");
@@ -158,6 +161,15 @@ int LinuxApplication::live(LaunchReason reason, const ActivationToken &token,
         return 1;
     }
     return runEventLoop();
+}
+
+bool LinuxApplication::claimName()
+{
+    bool isOurs = true;
+    if (m_session) {
+        m_bus->runAndWait([&] { isOurs = m_session->claimName(); });
+    }
+    return isOurs;
 }
 
 int LinuxApplication::runEventLoop()
@@ -192,6 +204,8 @@ bool LinuxApplication::show(const ActivationToken &token)
 {
     token.putIntoEnvironment();
     const bool isThere = m_entry->showWindow();
+    // The toolkit has taken it or will not; programs that this one starts must not.
+    ActivationToken().putIntoEnvironment();
     if (isThere && m_session) {
         m_bus->run([this] { m_session->setWindow(true); });
     }
@@ -219,6 +233,9 @@ bool LinuxApplication::becomeGraphical(const ActivationToken &token)
 
 void LinuxApplication::windowClosed()
 {
+    if (m_toolkit->showsWindow()) {
+        return; // it was brought up again meanwhile
+    }
     m_entry->closeWindow();
     m_isInFront = false;
     if (m_session) {

@@ -34,7 +34,9 @@ private:
         std::function<void(bool isThere)> done;
     };
 
-    void startSession();
+    void startSession(bool awaitsWindow);
+    /// Becomes the one instance. False when another is.
+    [[nodiscard]] bool claimName();
     void endSession();
     int live(LaunchReason reason, const ActivationToken &token, const MakeEntry &makeEntry);
     int runEventLoop();

@@ -3,8 +3,10 @@
 #include "Platform/Linux/Session/AppIdentity.h"
 
 #include <QGuiApplication>
+#include <QWindow>
 #include <QtQuick/private/qtquickglobal_p.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace trellisport::platform {
@@ -19,6 +21,16 @@ ToolkitApplication::ToolkitApplication(int &argc, char **argv, MainThreadQueue &
 }
 
 ToolkitApplication::~ToolkitApplication() = default;
+
+bool ToolkitApplication::showsWindow() const
+{
+    if (!m_isGraphical) {
+        return false;
+    }
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    return std::any_of(windows.begin(), windows.end(),
+                       [](const QWindow *window) { return window->isVisible(); });
+}
 
 void ToolkitApplication::becomeGraphical(BusThread &bus,
                                          std::function<void(bool isInFront)> stateChanged,

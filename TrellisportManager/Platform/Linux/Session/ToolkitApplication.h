@@ -21,6 +21,8 @@ public:
     ~ToolkitApplication();
 
     [[nodiscard]] bool isGraphical() const { return m_isGraphical; }
+    /// Whether any window is on the screen.
+    [[nodiscard]] bool showsWindow() const;
     /// Not from within the event loop, and only with a display that can be reached: without one the
     /// toolkit ends the program. stateChanged is told whether the application is in front of the
     /// user, lastWindowClosed of just that.
