@@ -1,0 +1,51 @@
+# How ./run makes itself known to the session bus. Source it.
+# shellcheck shell=bash
+
+# has_session_bus: whether programs started here find one.
+has_session_bus() {
+    [ -n "${DBUS_SESSION_BUS_ADDRESS:-}" ] || [ -S "${XDG_RUNTIME_DIR:-/nowhere}/bus" ]
+}
+
+# quoted TEXT: as one word of a service file's command line, which is read twice: for the file's own
+# escapes and as a shell reads words.
+quoted() {
+    local word="'${1//\'/\'\\\'\'}'"
+    printf '%s' "${word//\\/\\\\}"
+}
+
+# announce_console SERVICE-FILE PROGRAM: lets the session bus start the program until
+# withdraw_console, with this script's surroundings. SERVICE-FILE is the packaged one, which knows
+# the name and the options. Without a session bus nothing happens.
+announced=''
+announce_console() {
+    local packaged=$1 program=$2 folder=${XDG_RUNTIME_DIR:-}/dbus-1/services command name
+    if ! has_session_bus || [ -z "${XDG_RUNTIME_DIR:-}" ] || ! mkdir -p "$folder" 2>/dev/null; then
+        return 0
+    fi
+    command=/usr/bin/env
+    for name in TRELLISPORT_BASE_URL TRELLISPORT_CA_FILE UNIFIEDPUSH_DISTRIBUTOR XDG_STATE_HOME \
+        DISPLAY WAYLAND_DISPLAY XAUTHORITY; do
+        [ -n "${!name:-}" ] && command+=" $(quoted "$name=${!name}")"
+    done
+    command+=" $(quoted "$program") $(sed -n 's/^Exec=[^ ]* *//p' "$packaged")"
+    announced=$folder/$(basename "$packaged")
+    {
+        sed '/^Exec=/d' "$packaged"
+        printf 'Exec=%s\n' "$command"
+    } >"$announced"
+    reload_bus
+}
+
+withdraw_console() {
+    if [ -n "$announced" ]; then
+        rm -f "$announced"
+        announced=''
+        reload_bus
+    fi
+}
+
+# The bus notices new files by itself only in a folder that it saw at its start.
+reload_bus() {
+    dbus-send --session --type=method_call --print-reply --dest=org.freedesktop.DBus \
+        /org/freedesktop/DBus org.freedesktop.DBus.ReloadConfig >/dev/null 2>&1 || true
+}
