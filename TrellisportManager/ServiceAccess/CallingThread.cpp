@@ -1,33 +1,86 @@
 #include "ServiceAccess/CallingThread.h"
 
+#include <QCoreApplication>
 #include <QMutex>
 #include <QObject>
-#include <QThreadStorage>
 
+#include <deque>
 #include <utility>
 
 namespace trellisport {
 
-/// Holds the object through which the thread's event loop is reached. Posting and the end of the
-/// thread exclude each other, so that nothing is posted to an object that is being destroyed.
-struct CallingThread::Mailbox {
-    QMutex mutex;
-    std::unique_ptr<QObject> object = std::make_unique<QObject>();
+/// What waits for a thread, and the object through which its event loop is reached. Posting and the
+/// end of the thread exclude each other, so that nothing is posted to an object that is being
+/// destroyed.
+class CallingThread::Mailbox : public std::enable_shared_from_this<Mailbox> {
+public:
+    void post(std::function<void()> work)
+    {
+        const QMutexLocker locker(&m_mutex);
+        if (m_object) {
+            m_work.push_back(std::move(work));
+            wake();
+        }
+    }
+    /// The event loop dropped its events: they are posted once more.
+    void wakeForAll()
+    {
+        const QMutexLocker locker(&m_mutex);
+        for (std::size_t count = 0; m_object && count < m_work.size(); ++count) {
+            wake();
+        }
+    }
+    void close()
+    {
+        std::unique_ptr<QObject> object;
+        std::deque<std::function<void()>> work;
+        const QMutexLocker locker(&m_mutex);
+        object.swap(m_object);
+        work.swap(m_work);
+    }
+
+private:
+    void wake()
+    {
+        QMetaObject::invokeMethod(
+            m_object.get(), [self = shared_from_this()] { self->runOne(); }, Qt::QueuedConnection);
+    }
+    void runOne()
+    {
+        std::function<void()> work;
+        {
+            const QMutexLocker locker(&m_mutex);
+            if (m_work.empty()) {
+                return; // an event too many, after wakeForAll()
+            }
+            work = std::move(m_work.front());
+            m_work.pop_front();
+        }
+        work();
+    }
+
+    QMutex m_mutex;
+    std::unique_ptr<QObject> m_object = std::make_unique<QObject>();
+    std::deque<std::function<void()>> m_work;
 };
 
-/// Lives as long as its thread, and takes the object along.
+/// Lives as long as its thread, and closes the mailbox with it.
 struct CallingThread::Home {
     std::shared_ptr<Mailbox> mailbox = std::make_shared<Mailbox>();
 
     Home() = default;
     Home(const Home &) = delete;
     Home &operator=(const Home &) = delete;
-    ~Home()
+    ~Home() { mailbox->close(); }
+
+    /// Not the toolkit's own storage for threads: the main thread's goes with the toolkit's
+    /// application object, which may be exchanged for another.
+    static Home &ofThisThread()
     {
-        std::unique_ptr<QObject> object;
-        const QMutexLocker locker(&mailbox->mutex);
-        object.swap(mailbox->object);
+        thread_local Home home;
+        return home;
     }
+    static void wakeForAll() { ofThisThread().mailbox->wakeForAll(); }
 };
 
 CallingThread::CallingThread(std::shared_ptr<Mailbox> mailbox)
@@ -37,16 +90,18 @@ CallingThread::CallingThread(std::shared_ptr<Mailbox> mailbox)
 
 CallingThread CallingThread::current()
 {
-    static QThreadStorage<Home> homes;
-    return CallingThread(homes.localData().mailbox);
+    // For each application object that is made, on the main thread.
+    static const bool once = [] {
+        qAddPreRoutine(&Home::wakeForAll);
+        return true;
+    }();
+    static_cast<void>(once);
+    return CallingThread(Home::ofThisThread().mailbox);
 }
 
 void CallingThread::post(std::function<void()> work) const
 {
-    const QMutexLocker locker(&m_mailbox->mutex);
-    if (m_mailbox->object) {
-        QMetaObject::invokeMethod(m_mailbox->object.get(), std::move(work), Qt::QueuedConnection);
-    }
+    m_mailbox->post(std::move(work));
 }
 
 } // namespace trellisport

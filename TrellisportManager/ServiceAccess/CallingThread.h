@@ -17,7 +17,7 @@ public:
     void post(std::function<void()> work) const;
 
 private:
-    struct Mailbox;
+    class Mailbox;
     struct Home;
 
     explicit CallingThread(std::shared_ptr<Mailbox> mailbox);
