@@ -14,8 +14,10 @@ std::shared_ptr<HttpSession> LinuxPlatform::httpSession()
 {
     // Made after the network library is set up and so gone before the library is taken down: at
     // the end of the process its thread must not be left running in there.
-    static const auto session = std::make_shared<CurlHttpSession>(CurlHttpOptions{
-        .authorityFile = m_environment.variable("TRELLISPORT_CA_FILE").value_or("")});
+    static const auto session = std::make_shared<CountingHttpSession>(
+        std::make_shared<CurlHttpSession>(CurlHttpOptions{
+            .authorityFile = m_environment.variable("TRELLISPORT_CA_FILE").value_or("")}),
+        m_writes);
     return session;
 }
 

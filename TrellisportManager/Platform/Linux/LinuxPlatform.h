@@ -8,8 +8,11 @@
 #include "Platform/Linux/Session/LinuxNotificationCenter.h"
 #include "Platform/Linux/Session/MainThreadQueue.h"
 #include "Platform/Linux/ThreadPoolExecutor.h"
+#include "Platform/Linux/UnfinishedWrites.h"
 #include "Platform/Platform.h"
 
+#include <chrono>
+#include <memory>
 #include <mutex>
 #include <optional>
 
@@ -37,7 +40,12 @@ private:
     QtClock m_clock;
     MainThreadQueue m_mainQueue;
     LinuxNotificationCenter m_notificationCenter;
-    LinuxApplication m_application{m_mainQueue, m_notificationCenter};
+    /// The answer that was sent as the last thing is still to arrive. A network that has gone is
+    /// not waited for much longer than a user would look at a program that does not end.
+    static constexpr std::chrono::seconds patienceAtEnd{10};
+    std::shared_ptr<UnfinishedWrites> m_writes = std::make_shared<UnfinishedWrites>();
+    LinuxApplication m_application{m_mainQueue, m_notificationCenter,
+                                   [this] { m_writes->waitUntilNone(patienceAtEnd); }};
     std::once_flag m_executorOnce;
     std::optional<ThreadPoolExecutor> m_executor;
     std::once_flag m_textRulesOnce;

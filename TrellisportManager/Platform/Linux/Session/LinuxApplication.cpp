@@ -35,9 +35,11 @@ int complain(const char *sentence)
 
 } // namespace
 
-LinuxApplication::LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center)
+LinuxApplication::LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center,
+                                   std::function<void()> finish)
     : m_queue(queue)
     , m_center(center)
+    , m_finish(std::move(finish))
 {
 }
 
@@ -50,6 +52,7 @@ int LinuxApplication::run(int &argc, char **argv, LaunchReason reason, const Mak
     m_bus = std::make_unique<BusThread>();
     startSession(reason == LaunchReason::User);
     const int status = live(reason, token, makeEntry);
+    m_finish();
     m_entry.reset();
     endSession();
     m_bus.reset();

@@ -20,7 +20,10 @@ class ToolkitApplication;
 /// window, until there is nothing left to do.
 class LinuxApplication : public Application {
 public:
-    LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center);
+    /// finish is called at the end of a run, when the window has gone: it waits for what must not
+    /// be cut off. Main thread.
+    LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center,
+                     std::function<void()> finish);
     LinuxApplication(const LinuxApplication &) = delete;
     LinuxApplication &operator=(const LinuxApplication &) = delete;
     ~LinuxApplication() override;
@@ -48,6 +51,7 @@ private:
 
     MainThreadQueue &m_queue;
     LinuxNotificationCenter &m_center;
+    std::function<void()> m_finish;
     std::atomic<bool> m_isInFront = false;
     std::unique_ptr<ToolkitApplication> m_toolkit;
     std::unique_ptr<BusThread> m_bus;
