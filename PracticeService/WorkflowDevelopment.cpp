@@ -73,7 +73,8 @@ void Workflow::stumble(const Job &job, Moment now)
     const std::string firstLine = error.substr(0, error.find('\n'));
     m_ledger.addEvent(job, "dev", "Error in development", firstLine, now);
     m_ledger.addHappening(job, "error", firstLine, now);
-    m_alerts.push_back({"dev_error", job.id, {}, "Error in " + job.title, firstLine});
+    m_alerts.push_back(
+        {"dev_error", job.id, {}, "Error in development", job.title + ": " + firstLine});
 }
 
 void Workflow::chat(const Job &job, Moment now)

@@ -8,7 +8,8 @@ namespace trellisport::practice {
 
 namespace {
 
-constexpr long patienceSeconds = 15;
+constexpr long patienceSeconds = 10;
+constexpr long connectSeconds = 4;
 constexpr long gone = 410;
 constexpr long notFound = 404;
 
@@ -42,6 +43,7 @@ PushOutcome post(const PushPost &message, const std::string &authority)
     curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDS, message.content.constData());
     curl_easy_setopt(curl.get(), CURLOPT_POSTFIELDSIZE, static_cast<long>(message.content.size()));
     curl_easy_setopt(curl.get(), CURLOPT_TIMEOUT, patienceSeconds);
+    curl_easy_setopt(curl.get(), CURLOPT_CONNECTTIMEOUT, connectSeconds);
     curl_easy_setopt(curl.get(), CURLOPT_NOSIGNAL, 1L);
     curl_easy_setopt(curl.get(), CURLOPT_WRITEFUNCTION, &ignore);
     if (!authority.empty()) {

@@ -3,6 +3,7 @@
 #include "PracticeService/Push/DeviceToken.h"
 #include "PracticeService/Push/PushPayload.h"
 
+#include <QScopeGuard>
 #include <QUuid>
 
 #include <algorithm>
@@ -14,7 +15,8 @@ namespace trellisport::practice {
 
 namespace {
 constexpr int tries = 3;
-}
+constexpr int threads = 4;
+} // namespace
 
 PushSender::~PushSender()
 {
@@ -31,12 +33,14 @@ void PushSender::push(const Alert &alert)
     m_changed.notify_all();
 }
 
-void PushSender::start(Devices devices, Post post, std::chrono::milliseconds retryDelay)
+void PushSender::start(Devices devices, Post post, Patience patience)
 {
     m_devices = std::move(devices);
     m_post = std::move(post);
-    m_retryDelay = retryDelay;
-    m_thread = std::thread([this] { work(); });
+    m_patience = patience;
+    for (int count = 0; count < threads; ++count) {
+        m_threads.emplace_back([this] { work(); });
+    }
 }
 
 void PushSender::stop()
@@ -46,36 +50,28 @@ void PushSender::stop()
         m_isStopping = true;
         m_changed.notify_all();
     }
-    if (m_thread.joinable()) {
-        m_thread.join();
+    for (std::thread &thread : m_threads) {
+        thread.join();
     }
+    m_threads.clear();
 }
 
 void PushSender::work()
 {
-    for (;;) {
-        std::deque<Alert> alerts;
-        {
-            std::unique_lock lock(m_mutex);
-            const auto hasNews = [this] { return m_isStopping || !m_alerts.empty(); };
-            if (m_deliveries.empty()) {
-                m_changed.wait(lock, hasNews);
-            } else {
-                m_changed.wait_until(lock, m_deliveries.back().due, hasNews);
-            }
-            if (m_isStopping) {
-                return;
-            }
-            alerts.swap(m_alerts);
-        }
+    Lock lock(m_mutex);
+    while (!m_isStopping) {
         try {
-            for (const Alert &alert : alerts) {
-                address(alert);
-            }
-            if (!m_deliveries.empty() && m_deliveries.back().due <= Clock::now()) {
-                Delivery next = std::move(m_deliveries.back());
-                m_deliveries.pop_back();
-                attempt(std::move(next));
+            const auto next = nextDelivery();
+            if (!m_alerts.empty() && !m_isAddressing) {
+                address(lock);
+            } else if (next == m_deliveries.end()) {
+                m_changed.wait(lock);
+            } else if (next->due > Clock::now()) {
+                m_changed.wait_until(lock, Clock::time_point(next->due));
+            } else {
+                Delivery delivery = std::move(*next);
+                m_deliveries.erase(next);
+                attempt(lock, std::move(delivery));
             }
         } catch (const std::exception &error) {
             std::cerr << "A push failed: " << error.what() << '\n';
@@ -83,47 +79,92 @@ void PushSender::work()
     }
 }
 
-void PushSender::address(const Alert &alert)
+void PushSender::address(Lock &lock)
 {
+    const Alert alert = std::move(m_alerts.front());
+    m_alerts.pop_front();
+    m_isAddressing = true; // one after the other, so that they stay in their order
+    lock.unlock();
+    std::vector<Delivery> deliveries;
+    const auto finish = qScopeGuard([&] {
+        lock.lock();
+        m_isAddressing = false;
+        for (Delivery &delivery : deliveries) {
+            schedule(std::move(delivery));
+        }
+        m_changed.notify_all();
+    });
     const QByteArray payload =
         pushPayload(alert, QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString());
     for (const std::string &token : m_devices.tokens()) {
         const auto target = readDeviceToken(token);
         auto content = target ? encryptPushMessage(target->recipient, payload) : std::nullopt;
         if (content) { // else it is of a system that is reached in another way
-            schedule({{target->endpoint, *std::move(content), alert.type == "decision_needed"},
-                      token,
-                      1,
-                      Clock::now()});
+            deliveries.push_back(
+                {{target->endpoint, *std::move(content), alert.type == "decision_needed"},
+                 token,
+                 1,
+                 Clock::now()});
         }
     }
 }
 
 void PushSender::schedule(Delivery delivery)
 {
-    const auto later = [](const Delivery &one, const Delivery &other) {
-        return one.due > other.due;
+    const auto sooner = [](const Delivery &one, const Delivery &other) {
+        return one.due < other.due;
     };
-    m_deliveries.insert(std::lower_bound(m_deliveries.begin(), m_deliveries.end(), delivery, later),
-                        std::move(delivery));
+    m_deliveries.insert(
+        std::upper_bound(m_deliveries.begin(), m_deliveries.end(), delivery, sooner),
+        std::move(delivery));
 }
 
-void PushSender::attempt(Delivery delivery)
+std::vector<PushSender::Delivery>::iterator PushSender::nextDelivery()
 {
-    switch (m_post(delivery.message)) {
-    case PushOutcome::Accepted:
-        break;
-    case PushOutcome::Gone:
-        m_devices.forget(delivery.token);
-        break;
-    case PushOutcome::Failed:
-        if (delivery.attempt < tries) {
-            delivery.due = Clock::now() + m_retryDelay * delivery.attempt;
-            ++delivery.attempt;
-            schedule(std::move(delivery));
+    return std::find_if(m_deliveries.begin(), m_deliveries.end(), [this](const Delivery &delivery) {
+        return !m_busy.contains(delivery.message.endpoint);
+    });
+}
+
+void PushSender::attempt(Lock &lock, Delivery delivery)
+{
+    const std::string endpoint = delivery.message.endpoint;
+    m_busy.insert(endpoint);
+    lock.unlock();
+    PushOutcome outcome = PushOutcome::Failed;
+    const auto finish = qScopeGuard([&] {
+        if (!lock.owns_lock()) {
+            lock.lock();
         }
-        break;
+        m_busy.erase(endpoint);
+        m_changed.notify_all();
+    });
+    outcome = m_post(delivery.message);
+    lock.lock();
+    if (outcome == PushOutcome::Accepted) {
+        m_silentSince.erase(endpoint);
+    } else if (outcome == PushOutcome::Failed && isSilentForLong(endpoint)) {
+        outcome = PushOutcome::Gone;
+    } else if (outcome == PushOutcome::Failed && delivery.attempt < tries) {
+        delivery.due = Clock::now() + m_patience.retryDelay * delivery.attempt;
+        ++delivery.attempt;
+        schedule(std::move(delivery));
     }
+    lock.unlock();
+    if (outcome == PushOutcome::Gone) {
+        m_devices.forget(delivery.token);
+    }
+}
+
+bool PushSender::isSilentForLong(const std::string &endpoint)
+{
+    const auto now = Clock::now();
+    const auto since = m_silentSince.try_emplace(endpoint, now).first;
+    const bool isLong = now - since->second >= m_patience.silence;
+    if (isLong) {
+        m_silentSince.erase(since);
+    }
+    return isLong;
 }
 
 } // namespace trellisport::practice

@@ -10,7 +10,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <atomic>
 #include <map>
+#include <thread>
 
 namespace trellisport::practice {
 namespace {
@@ -90,32 +93,49 @@ TEST(PushPayload, AlwaysFitsIntoOneMessage)
 
 class PushSenderTest : public ::testing::Test {
 protected:
-    void TearDown() override { m_sender.stop(); }
-
-    void start()
+    void TearDown() override
     {
-        m_sender.start(
-            {[this] {
-                 const std::lock_guard lock(m_mutex);
-                 return m_tokens;
-             },
-             [this](const std::string &token) {
-                 const std::lock_guard lock(m_mutex);
-                 std::erase(m_tokens, token);
-                 m_forgotten.push_back(token);
-             }},
-            [this](const PushPost &message) {
-                const std::lock_guard lock(m_mutex);
-                m_posts.push_back(message);
-                auto &outcomes = m_outcomes[message.endpoint];
-                if (outcomes.empty()) {
-                    return PushOutcome::Accepted;
-                }
-                const PushOutcome outcome = outcomes.front();
-                outcomes.erase(outcomes.begin());
-                return outcome;
-            },
-            std::chrono::milliseconds(5));
+        m_mayHang = false;
+        m_sender.stop();
+    }
+
+    void start(std::chrono::milliseconds silence = std::chrono::hours(1))
+    {
+        m_sender.start({[this] {
+                            const std::lock_guard lock(m_mutex);
+                            return m_tokens;
+                        },
+                        [this](const std::string &token) {
+                            const std::lock_guard lock(m_mutex);
+                            std::erase(m_tokens, token);
+                            m_forgotten.push_back(token);
+                        }},
+                       [this](const PushPost &message) {
+                           std::unique_lock lock(m_mutex);
+                           m_posts.push_back(message);
+                           if (message.endpoint == m_hanging) {
+                               lock.unlock();
+                               while (m_mayHang) {
+                                   std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                               }
+                               return PushOutcome::Failed;
+                           }
+                           auto &outcomes = m_outcomes[message.endpoint];
+                           if (outcomes.empty()) {
+                               return PushOutcome::Accepted;
+                           }
+                           const PushOutcome outcome = outcomes.front();
+                           outcomes.erase(outcomes.begin());
+                           return outcome;
+                       },
+                       {std::chrono::milliseconds(5), silence});
+    }
+    bool forgot(std::size_t count)
+    {
+        return test::waitUntil([&] {
+            const std::lock_guard lock(m_mutex);
+            return m_forgotten.size() == count;
+        });
     }
     [[nodiscard]] std::vector<std::string> endpoints()
     {
@@ -137,6 +157,8 @@ protected:
     std::vector<std::string> m_forgotten;
     std::map<std::string, std::vector<PushOutcome>> m_outcomes;
     std::vector<PushPost> m_posts;
+    std::string m_hanging; ///< posts to it do not come back before the end
+    std::atomic<bool> m_mayHang = true;
     PushSender m_sender;
 };
 
@@ -177,10 +199,7 @@ TEST_F(PushSenderTest, ADeviceWhoseEndpointIsGoneIsForgotten)
     start();
     m_sender.push(question);
     ASSERT_TRUE(posted(1));
-    ASSERT_TRUE(test::waitUntil([&] {
-        const std::lock_guard lock(m_mutex);
-        return m_forgotten.size() == 1;
-    }));
+    ASSERT_TRUE(forgot(1));
     EXPECT_THAT(m_forgotten, ElementsAre(gone));
 }
 
@@ -204,6 +223,45 @@ TEST_F(PushSenderTest, WhatFailsIsTheSameMessageEachTime)
     m_sender.push(question);
     ASSERT_TRUE(posted(2));
     EXPECT_EQ(m_posts[0].content, m_posts[1].content);
+}
+
+TEST_F(PushSenderTest, OneThatHangsHoldsUpNoOther)
+{
+    m_hanging = "https://push.test/hangs";
+    m_tokens.insert(m_tokens.begin(), tokenFor(m_hanging.c_str(), m_keys));
+    start();
+    for (int count = 0; count < 8; ++count) {
+        m_sender.push(question);
+    }
+    EXPECT_TRUE(test::waitUntil([&] {
+        const auto posts = endpoints();
+        return std::count(posts.begin(), posts.end(), "https://push.test/a") == 8;
+    }));
+    const auto posts = endpoints();
+    EXPECT_EQ(std::count(posts.begin(), posts.end(), m_hanging), 1);
+}
+
+TEST_F(PushSenderTest, ADeviceThatIsSilentForLongIsForgotten)
+{
+    m_outcomes["https://push.test/a"] = std::vector(10, PushOutcome::Failed);
+    start(std::chrono::milliseconds(12));
+    m_sender.push(question); // fails three times within 15 ms
+    EXPECT_TRUE(forgot(1));
+}
+
+TEST_F(PushSenderTest, ADeviceThatAnswersNowAndThenIsKept)
+{
+    auto &outcomes = m_outcomes["https://push.test/a"];
+    for (int count = 0; count < 20; ++count) {
+        outcomes.push_back(PushOutcome::Failed);
+        outcomes.push_back(PushOutcome::Accepted);
+    }
+    start(std::chrono::milliseconds(60));
+    for (int count = 0; count < 20; ++count) {
+        m_sender.push(question);
+        ASSERT_TRUE(posted(2 * static_cast<std::size_t>(count) + 2));
+    }
+    EXPECT_THAT(m_forgotten, SizeIs(0));
 }
 
 } // namespace

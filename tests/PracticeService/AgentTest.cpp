@@ -38,11 +38,16 @@ TEST(Agent, DaysBringEverythingThatTheConsoleShows)
     const auto projects = desk.read<std::vector<Project>>("/projects").size();
     const auto earned = desk.read<DashboardData>("/dashboard").totalEarned;
     std::set<std::string> alerts;
+    std::set<std::string> titles; // lock screens show them: they name no project
     for (int day = 0; day < 7; ++day) {
         live(desk, std::chrono::hours(24));
-        for (const Alert &alert : desk.alerts())
+        for (const Alert &alert : desk.alerts()) {
             alerts.insert(alert.type);
+            titles.insert(alert.title);
+        }
     }
+    EXPECT_THAT(titles,
+                testing::ElementsAre("Decision needed", "Error in development", "Project awarded"));
     EXPECT_THAT(alerts, testing::ElementsAre("decision_needed", "dev_error", "project_awarded"));
     EXPECT_GT(desk.read<std::vector<Project>>("/projects").size(), projects);
     EXPECT_GT(desk.read<DashboardData>("/dashboard").totalEarned, earned);
