@@ -64,11 +64,6 @@ void write(Writer &writer, const std::map<Key, Value, Order> &map)
     writer.EndObject();
 }
 
-void write(Writer &writer, const AppConfig &config)
-{
-    write(writer, config.map());
-}
-
 template <Record T>
 void write(Writer &writer, const T &record);
 

@@ -81,6 +81,16 @@ TEST(RecordEncoding, ConfigWritesWhatIsPresent)
     EXPECT_EQ(encode(AppConfig()), "{}");
 }
 
+TEST(RecordEncoding, AConfigWritesItsKeysInTableOrder)
+{
+    const AppConfig config(TextMap{{"preview_mode", "true"},
+                                   {"max_daily_bids", "5"},
+                                   {"daily_revenue_target", "100"},
+                                   {"max_concurrent_projects", "2"}});
+    EXPECT_EQ(encode(config), R"({"preview_mode":"true","max_daily_bids":"5",)"
+                              R"("daily_revenue_target":"100","max_concurrent_projects":"2"})");
+}
+
 TEST(RecordEncoding, TextsAreEscapedWhereJsonNeedsIt)
 {
     using namespace std::string_literals;
