@@ -14,7 +14,7 @@ public:
     virtual ~Environment() = default;
 
     /// The value of a variable; absent when it is not set. A browser has none but those that its
-    /// page stands for. Main thread.
+    /// page stands for. Any thread.
     [[nodiscard]] virtual std::optional<std::string> variable(const std::string &name) const = 0;
 };
 

@@ -102,6 +102,28 @@ TEST(LinuxEnvironment, TellsASetVariableFromAnEmptyAndAMissingOne)
     EXPECT_EQ(environment.variable("TRELLISPORT_TEST_MISSING"), std::nullopt);
 }
 
+TEST(LinuxEnvironment, AnyThreadSeesAVariableWholeOrNotAtAll)
+{
+    constexpr const char *name = "TRELLISPORT_TEST_CHANGING";
+    const std::string whole(100, 'x');
+    std::atomic<bool> isOver = false;
+    std::thread changing([&] {
+        while (!isOver) {
+            qputenv(name, QByteArray::fromStdString(whole));
+            qunsetenv(name);
+        }
+    });
+    const LinuxEnvironment environment;
+    int others = 0;
+    for (int i = 0; i < 1'000'000; ++i) {
+        const std::optional<std::string> value = environment.variable(name);
+        others += value && *value != whole ? 1 : 0;
+    }
+    isOver = true;
+    changing.join();
+    EXPECT_EQ(others, 0);
+}
+
 TEST(LinuxLinkOpener, HandsSecureAndMailAddressesOverUnchanged)
 {
     test::FakeDesktop desktop;

@@ -6,10 +6,9 @@ namespace trellisport::platform {
 
 std::optional<std::string> LinuxEnvironment::variable(const std::string &name) const
 {
-    if (!qEnvironmentVariableIsSet(name.c_str())) {
-        return {};
-    }
-    return qgetenv(name.c_str()).toStdString();
+    // Asked once, so that nobody can unset it between two questions.
+    const QByteArray value = qgetenv(name.c_str());
+    return value.isNull() ? std::nullopt : std::optional(value.toStdString());
 }
 
 } // namespace trellisport::platform

@@ -4,7 +4,8 @@
 
 namespace trellisport::platform {
 
-/// The process's environment variables.
+/// The process's environment variables. The toolkit's functions for them exclude each other, so any
+/// thread may ask as long as the program sets variables through these alone.
 class LinuxEnvironment final : public Environment {
 public:
     [[nodiscard]] std::optional<std::string> variable(const std::string &name) const override;
