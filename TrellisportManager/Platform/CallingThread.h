@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-namespace trellisport {
+namespace trellisport::platform {
 
 /// A thread with an event loop, as the place to which the result of work done elsewhere is brought
 /// back. Copies stand for the same thread.
@@ -25,4 +25,4 @@ private:
     std::shared_ptr<Mailbox> m_mailbox;
 };
 
-} // namespace trellisport
+} // namespace trellisport::platform

@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-namespace trellisport {
+namespace trellisport::platform {
 
 /// Tells an asynchronous operation that nobody waits for it any longer. A default-made token is
 /// never cancelled. Copies are one token. Any thread.
@@ -52,4 +52,4 @@ private:
     std::shared_ptr<CancellationToken::State> m_state;
 };
 
-} // namespace trellisport
+} // namespace trellisport::platform

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ServiceAccess/CallingThread.h"
+#include "Platform/CallingThread.h"
 
 #include <coroutine>
 #include <memory>
@@ -42,7 +42,7 @@ public:
 
 private:
     struct State {
-        CallingThread thread = CallingThread::current();
+        platform::CallingThread thread = platform::CallingThread::current();
         std::optional<T> value; ///< written before the post, read after it
         bool isHere = false;    ///< this and the next: on the thread that made it alone
         std::coroutine_handle<> waiting;

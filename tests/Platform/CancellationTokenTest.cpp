@@ -1,4 +1,4 @@
-#include "ServiceAccess/CancellationToken.h"
+#include "Platform/CancellationToken.h"
 #include "Support/Waiting.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace trellisport {
+namespace trellisport::platform {
 namespace {
 
 using Registration = CancellationToken::Registration;
@@ -229,4 +229,4 @@ TEST(CancellationToken, ManyThreadsMayUseOneToken)
 }
 
 } // namespace
-} // namespace trellisport
+} // namespace trellisport::platform

@@ -1,4 +1,4 @@
-#include "ServiceAccess/CallingThread.h"
+#include "Platform/CallingThread.h"
 
 #include <QCoreApplication>
 #include <QMutex>
@@ -7,7 +7,7 @@
 #include <deque>
 #include <utility>
 
-namespace trellisport {
+namespace trellisport::platform {
 
 /// What waits for a thread, and the object through which its event loop is reached. Posting and the
 /// end of the thread exclude each other, so that nothing is posted to an object that is being
@@ -104,4 +104,4 @@ void CallingThread::post(std::function<void()> work) const
     m_mailbox->post(std::move(work));
 }
 
-} // namespace trellisport
+} // namespace trellisport::platform

@@ -1,4 +1,4 @@
-#include "ServiceAccess/CancellationToken.h"
+#include "Platform/CancellationToken.h"
 
 #include <QMutex>
 #include <QRecursiveMutex>
@@ -6,7 +6,7 @@
 #include <unordered_set>
 #include <utility>
 
-namespace trellisport {
+namespace trellisport::platform {
 
 /// One registered callback. Its mutex is held while the callback runs, so that whoever takes the
 /// callback back waits for it; recursive, because the callback may take itself back.
@@ -115,4 +115,4 @@ void CancellationSource::cancel() const
     }
 }
 
-} // namespace trellisport
+} // namespace trellisport::platform
