@@ -11,6 +11,8 @@
 #include "Platform/UserNotificationCenter.h"
 
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace trellisport::platform {
 
@@ -26,6 +28,11 @@ public:
     /// The platform that was built in, made on first use and kept for the life of the process.
     /// Each part of it is made when it is first asked for.
     [[nodiscard]] static Platform &current();
+
+    /// What is wrong with how the platform was set up from outside, as one sentence for the person
+    /// who starts the program; absent when nothing is. To be asked before anything below is used;
+    /// a part that rests on what is wrong fails later. Reads files; any thread.
+    [[nodiscard]] virtual std::optional<std::string> setupProblem() const = 0;
 
     [[nodiscard]] virtual std::shared_ptr<HttpSession> httpSession() = 0;
     [[nodiscard]] virtual Executor &executor() = 0;

@@ -7,7 +7,9 @@
 
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <stdexcept>
+#include <string>
 
 using namespace trellisport;
 
@@ -44,6 +46,9 @@ int main(int argc, char *argv[])
     platform::Platform &platform = platform::Platform::current();
     try {
         (void)configuredServiceAddress(platform.environment());
+        if (const std::optional<std::string> problem = platform.setupProblem()) {
+            throw std::invalid_argument(*problem);
+        }
     } catch (const std::invalid_argument &problem) {
         std::cerr << "trellisport-manager: " << problem.what() << '\n';
         return 2;

@@ -61,6 +61,37 @@ TEST(CurlSessionSecurity, TheTestAuthorityCountsOnlyWhereItIsNamed)
     EXPECT_EQ(server.requestCount(), 0);
 }
 
+TEST(CurlSessionSecurity, AnAddedAuthorityIsTrustedBesideTheSystems)
+{
+    const TestCertificates systemAuthority("A system's authority");
+    const ScriptedServer bySystems(agreeing(), {.certificates = &systemAuthority});
+    const ScriptedServer byAdded(agreeing());
+    const ScriptedServer byNeither(agreeing(), {.identity = Identity::UnknownAuthority});
+    CurlHttpOptions options;
+    options.systemAuthorityFile = systemAuthority.authorityFile();
+    EXPECT_EQ(failure(byAdded, options).failure(), TransportFailure::SecureConnectionFailed);
+
+    options.authorityFile = ScriptedServer::authorityFile();
+    CurlHttpSession session(options);
+    for (const ScriptedServer *server : {&bySystems, &byAdded, &bySystems}) {
+        SessionProbe probe(session, getRequest(server->origin() + "/a"));
+        EXPECT_EQ(probe.waitForReply().status, 200);
+    }
+    SessionProbe probe(session, getRequest(byNeither.origin() + "/a"));
+    EXPECT_EQ(probe.waitForFailure(), TransportFailure::SecureConnectionFailed);
+    EXPECT_EQ(byNeither.requestCount(), 0);
+}
+
+TEST(CurlSessionSecurity, AnAddedAuthorityIsEnoughWhereTheSystemHasNone)
+{
+    const ScriptedServer server(agreeing());
+    CurlHttpOptions options = trustingOptions();
+    options.systemAuthorityFile = "/nowhere/at-all.pem";
+    CurlHttpSession session(options);
+    SessionProbe probe(session, getRequest(server.origin() + "/a"));
+    EXPECT_EQ(probe.waitForReply().status, 200);
+}
+
 TEST(CurlSessionSecurity, AFileOfAuthoritiesThatCannotBeReadIsAFailure)
 {
     const ScriptedServer server(agreeing());

@@ -2,6 +2,7 @@
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
+#include <QTemporaryFile>
 
 #include <gmock/gmock.h>
 
@@ -17,12 +18,14 @@ struct Ending {
 };
 
 /// Starts the program with this address and waits for its end.
-Ending startWith(const QString &address, const QStringList &arguments = {})
+Ending startWith(const QString &address, const QStringList &arguments = {},
+                 const QString &authorityFile = {})
 {
     QProcess program;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("TRELLISPORT_BASE_URL"), address);
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QStringLiteral("/nonexistent"));
+    environment.insert(QStringLiteral("TRELLISPORT_CA_FILE"), authorityFile);
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(PROGRAM), arguments);
     EXPECT_TRUE(program.waitForFinished());
@@ -42,6 +45,25 @@ TEST(Refusal, AnAddressThatCannotBeIsOneSentenceAndAFailure)
         EXPECT_EQ(std::count(ending.complaint.begin(), ending.complaint.end(), '\n'), 1)
             << ending.complaint;
     }
+}
+
+TEST(Refusal, AFileOfAuthoritiesThatCannotBeUsedIsOneSentenceAndAFailure)
+{
+    const QString address = QStringLiteral("https://agent.example/api/v1");
+    const Ending missing = startWith(address, {}, QStringLiteral("/nowhere/at-all.pem"));
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_EQ(missing.complaint,
+              "trellisport-manager: The file of certificate authorities \"/nowhere/at-all.pem\" "
+              "does not exist.\n");
+
+    QTemporaryFile file;
+    ASSERT_TRUE(file.open());
+    file.write("no certificate\n");
+    file.close();
+    const Ending wrong = startWith(address, {}, file.fileName());
+    EXPECT_EQ(wrong.status, 2);
+    EXPECT_THAT(wrong.complaint, EndsWith("holds no certificates in PEM form.\n"));
+    EXPECT_EQ(std::count(wrong.complaint.begin(), wrong.complaint.end(), '\n'), 1);
 }
 
 TEST(Refusal, AnUnknownOptionIsNamed)

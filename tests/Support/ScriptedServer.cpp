@@ -69,7 +69,9 @@ ScriptedServer::~ScriptedServer()
 void ScriptedServer::setUpTls(const ServerOptions &options)
 {
     SSL_CTX *context = m_context.get();
-    const ServerCredentials credentials = TestCertificates::instance().issue(options.identity);
+    const TestCertificates &certificates =
+        options.certificates != nullptr ? *options.certificates : TestCertificates::instance();
+    const ServerCredentials credentials = certificates.issue(options.identity);
     SSL_CTX_use_certificate(context, credentials.certificate.get());
     SSL_CTX_use_PrivateKey(context, credentials.key.get());
     SSL_CTX_set_alpn_select_cb(context, chooseProtocol, options.offersHttp2 ? context : nullptr);

@@ -21,6 +21,7 @@ struct ServerOptions {
     bool speaksTls = true; ///< false: whatever is sent goes out in the clear
     int receiveBuffer = 0; ///< what the system takes in before the script reads; 0: as usual
     int newestTls = 0;     ///< e.g. TLS1_1_VERSION; 0: the newest that OpenSSL has
+    const TestCertificates *certificates = nullptr; ///< who issues its own; null: instance()
 };
 
 /// An HTTPS server on a free port of 127.0.0.1 that does to each connection what the test's script

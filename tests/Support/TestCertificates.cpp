@@ -94,9 +94,9 @@ const TestCertificates &TestCertificates::instance()
     return certificates;
 }
 
-TestCertificates::TestCertificates()
+TestCertificates::TestCertificates(const char *name)
     : m_key(makeKey())
-    , m_certificate(makeAuthority(m_key.get(), "Test authority"))
+    , m_certificate(makeAuthority(m_key.get(), name))
     , m_authorityFile(writeFile(m_certificate.get()))
 {
 }

@@ -30,13 +30,14 @@ struct ServerCredentials {
     CertificatePointer certificate;
 };
 
-/// A certificate authority made anew by each process that asks for it.
+/// A certificate authority, made anew with each object.
 class TestCertificates {
 public:
-    /// Made on first use; any thread.
+    /// The one that test servers use as a rule. Made on first use; any thread.
     [[nodiscard]] static const TestCertificates &instance();
 
-    TestCertificates();
+    /// name: different for authorities that are trusted together.
+    explicit TestCertificates(const char *name = "Test authority");
     TestCertificates(const TestCertificates &) = delete;
     TestCertificates &operator=(const TestCertificates &) = delete;
     /// Removes the file.

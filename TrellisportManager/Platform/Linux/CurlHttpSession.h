@@ -18,7 +18,9 @@ struct CurlHttpOptions {
     /// The largest reply taken, in bytes of its body; its headers may be 256 KiB at most.
     std::size_t replyLimit = std::size_t{256} << 20;
     /// A file of certificate authorities (PEM) trusted besides the system's; empty for none.
-    std::string authorityFile;
+    std::string authorityFile = {};
+    /// A file in place of the system's own file of authorities; empty for that one.
+    std::string systemAuthorityFile = {};
 };
 
 /// HTTP with libcurl, on one thread of its own, which lives as long as the session. Destroying the

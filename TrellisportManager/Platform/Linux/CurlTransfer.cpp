@@ -1,10 +1,12 @@
 #include "Platform/Linux/CurlTransfer.h"
 
+#include "Platform/Linux/AuthorityFile.h"
 #include "Platform/Linux/ConnectionBytes.h"
 #include "Platform/Linux/CurlFailure.h"
 
 #include <algorithm>
 #include <string_view>
+#include <unistd.h>
 #include <utility>
 
 namespace trellisport::platform {
@@ -45,6 +47,14 @@ bool isWrite(const HttpRequest &request)
 bool isClean(std::string_view headerText)
 {
     return headerText.find_first_of(std::string_view("\r\n\0", 3)) == std::string_view::npos;
+}
+
+/// libcurl's callback, when it has set up the context of a new connection.
+CURLcode addOwnAuthorities(CURL * /*handle*/, void *context, void *file)
+{
+    return addAuthorities(static_cast<SSL_CTX *>(context), *static_cast<const std::string *>(file))
+               ? CURLE_OK
+               : CURLE_SSL_CACERT_BADFILE;
 }
 
 } // namespace
@@ -156,10 +166,21 @@ void CurlTransfer::setSecurity(const CurlHttpOptions &options)
     set(CURLOPT_SSL_VERIFYPEER, 1L);
     set(CURLOPT_SSL_VERIFYHOST, 2L);
     set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    const std::string &systemFile = options.systemAuthorityFile;
+    if (!systemFile.empty()) {
+        set(CURLOPT_CAINFO, systemFile.c_str());
+    }
     if (!options.authorityFile.empty()) {
-        // This takes the place of the system's file; the system's folder, which holds the same
-        // authorities one by one, stays in use.
-        set(CURLOPT_CAINFO, options.authorityFile.c_str());
+        // libcurl's own option for a file would take the place of the system's; this adds to it,
+        // and is enough by itself on a machine that has none.
+        const char *builtIn = nullptr;
+        curl_easy_getinfo(m_handle.get(), CURLINFO_CAINFO, &builtIn);
+        const char *used = systemFile.empty() ? builtIn : systemFile.c_str();
+        if (used == nullptr || access(used, R_OK) != 0) {
+            set(CURLOPT_CAINFO, static_cast<const char *>(nullptr));
+        }
+        set(CURLOPT_SSL_CTX_FUNCTION, &addOwnAuthorities);
+        set(CURLOPT_SSL_CTX_DATA, &options.authorityFile);
     }
 }
 

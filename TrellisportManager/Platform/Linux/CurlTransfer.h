@@ -19,7 +19,7 @@ class CurlTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// conditions: headers sent besides the request's own.
+    /// conditions: headers sent besides the request's own. options must outlive the transfer.
     /// Throws TransportError when the request can't be sent.
     CurlTransfer(HttpRequest request, const std::vector<HttpHeader> &conditions,
                  const CurlHttpOptions &options);

@@ -1,8 +1,18 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
+#include "Platform/Linux/AuthorityFile.h"
 #include "Platform/Linux/CurlHttpSession.h"
 
 namespace trellisport::platform {
+
+namespace {
+
+std::string authorityFile(const Environment &environment)
+{
+    return environment.variable("TRELLISPORT_CA_FILE").value_or("");
+}
+
+} // namespace
 
 Platform &Platform::current()
 {
@@ -10,14 +20,20 @@ Platform &Platform::current()
     return platform;
 }
 
+std::optional<std::string> LinuxPlatform::setupProblem() const
+{
+    const std::string file = authorityFile(m_environment);
+    return file.empty() ? std::nullopt : authorityFileProblem(file);
+}
+
 std::shared_ptr<HttpSession> LinuxPlatform::httpSession()
 {
     // Made after the network library is set up and so gone before the library is taken down: at
     // the end of the process its thread must not be left running in there.
-    static const auto session = std::make_shared<CountingHttpSession>(
-        std::make_shared<CurlHttpSession>(CurlHttpOptions{
-            .authorityFile = m_environment.variable("TRELLISPORT_CA_FILE").value_or("")}),
-        m_writes);
+    static const auto session =
+        std::make_shared<CountingHttpSession>(std::make_shared<CurlHttpSession>(CurlHttpOptions{
+                                                  .authorityFile = authorityFile(m_environment)}),
+                                              m_writes);
     return session;
 }
 

@@ -21,6 +21,8 @@ namespace trellisport::platform {
 /// The parts that cost something are made on first use, on whichever thread that is.
 class LinuxPlatform final : public Platform {
 public:
+    /// The file that TRELLISPORT_CA_FILE names must hold certificate authorities.
+    [[nodiscard]] std::optional<std::string> setupProblem() const override;
     [[nodiscard]] std::shared_ptr<HttpSession> httpSession() override;
     [[nodiscard]] Executor &executor() override;
     [[nodiscard]] const TextRules &textRules() override;
