@@ -1,13 +1,18 @@
 """From the agent's question to the console's screen, through a real push and a notification service
 that others wrote.
 
-    notifications_end_to_end.py --console FILE --service FILE --push FILE --id ID --artifacts DIR
-                                [--wayland]
+    notifications_end_to_end.py --console FILE --service FILE --push FILE --packaged FILE
+                                --artifacts DIR [--wayland]
+
+--packaged is the file by which an installed console is started over the session bus. When a check
+fails, DIR holds the programs' output.
 """
 
 import argparse
+import html
 import shutil
 import sys
+import time
 import traceback
 from pathlib import Path
 
@@ -18,129 +23,205 @@ from harness.desk import Desk
 from harness.session import InstalledConsole, PushingService, PushService
 
 PHONE = (390, 844)
+SAVE = "Save Changes"
 
 
-def selected_tab(screen):
-    """The root tab that is shown; tabs of a project come before them."""
-    tabs = [tab.name for tab in screen.all("page tab") if "checked" in tab.states
-            or "selected" in tab.states]
-    return tabs[-1] if tabs else None
+def tabs(screen):
+    """The tabs that are selected, those of a project first."""
+    return [node.name for node in screen.present() if node.role == "page tab"
+            and node.states & {"checked", "selected"}]
+
+
+def is_on(*names):
+    return lambda screen: tabs(screen) == list(names)
 
 
 class Story:
     """What happens again and again: something happens, it is shown, the user taps."""
 
-    def __init__(self, service, daemon, console):
+    def __init__(self, service, start_daemon, console):
         self.service = service
-        self.daemon = daemon
         self.console = console
-        self.seen = 0
+        self.start_daemon = start_daemon
+        self.daemon = start_daemon()
+        # In these the agent may always ask.
+        self.bidding = iter(service.get("/projects?status=bid_placed"))
 
-    def device_is_known(self):
-        wait_until("the service knows the console's device token", self.service.devices, 20,
-                   self.console.output)
+    def stop(self):
+        self.daemon.stop()
 
-    def happens(self, event):
-        """The agent does something; gives what the notification service shows for it."""
-        before = self.seen
-        self.service.happen_somewhere(event)
+    def decision(self, project=None):
+        """The agent asks something; gives the question and checks what the service shows of it."""
+        mark = self.daemon.mark()
+        event = self.service.happen("decision", project or next(self.bidding))
+        shown = self.next_shown("the decision", mark)
+        question = next(one["question"] for one in self.service.get(
+            f"/projects/{event['project_id']}/decisions") if one["id"] == event["decision_id"])
+        self.check_decision(shown, question)
+        return question
 
-        def news():
-            shown = self.daemon.shown()
-            return shown[-1] if len(shown) > before else None
+    def error(self):
+        """Something goes wrong; gives the project, and checks what the service shows of it."""
+        mark = self.daemon.mark()
+        event = self.service.happen_somewhere("error")
+        shown = self.next_shown("the error", mark)
+        project = self.service.get(f"/projects/{event['project_id']}")
+        check_equal("the error's title", shown.summary, "Error in development")
+        check("its body names the project",
+              html.unescape(shown.body).startswith(project["title"] + ": "), shown.body)
+        check_equal("its urgency", shown.urgency, "normal")
+        return project
 
-        shown = wait_until(f"the notification service shows the {event}", news, 20,
-                           self.console.output)
-        self.seen = len(self.daemon.shown()) if isinstance(self.daemon, Dunst) else 0
-        return shown
+    def next_shown(self, what, mark):
+        return wait_until(f"{what} is shown", lambda: self.daemon.shown_since(mark), 20,
+                          self.console.output)[0]
 
-    def tap(self):
+    @staticmethod
+    def check_decision(shown, question):
+        check_equal("the decision's application", shown.application, "TrellisportManager")
+        check_equal("its title", shown.summary, "Decision needed")
+        check_equal("its body is the question", html.unescape(shown.body), question)
+        check_equal("its urgency", shown.urgency, "critical")
+        check_equal("its category", shown.category, "im.received")
+        check_equal("its actions", shown.actions, ("default",))
+
+    def tap(self, what, *expected_tabs):
+        """The user taps the notification; gives the screen that it leads to."""
         self.daemon.tap()
+        screen = self.console.wait_for(f"the tap {what}", is_on(*expected_tabs))
         wait_until("the opened notification goes off the screen",
                    lambda: self.daemon.on_screen() == 0)
-        self.seen = len(self.daemon.shown()) if isinstance(self.daemon, Dunst) else 0
+        check(f"the tap {what}", True)
+        return screen
 
-
-def check_decision(shown):
-    check_equal("the decision's application", shown.application, "TrellisportManager")
-    check_equal("the decision's title", shown.summary, "Decision needed")
-    check("the decision's question is shown", shown.body != "")
-    check_equal("the decision's urgency", shown.urgency, "critical")
-    check_equal("the decision's category", shown.category, "im.received")
-    check_equal("the decision's actions", shown.actions, ("default",))
+    def check_windowless(self, what):
+        check(what, self.console.pid() is not None and self.console.window() is None)
 
 
 def with_the_console_open(story):
     chapter("With the console open")
-    program = story.console.start()
-    story.console.wait_for("the console shows its dashboard",
-                           lambda screen: selected_tab(screen) == "Dashboard")
-    story.device_is_known()
-    shown = story.happens("decision")
-    check_decision(shown)
-    check_equal("the tab while the notification is only shown",
-                selected_tab(story.console.window()), "Dashboard")
-    story.tap()
-    story.console.wait_for("the tap leads to the projects",
-                           lambda screen: selected_tab(screen) == "Projects")
-    check("a second start ends at once and well",
-          wait_until("the second start ends",
-                     lambda other=story.console.start(): (other.exit_code(),))[0] in (0, None))
-    check_equal("the running console is still the one", story.console.pid(), program.pid)
-    story.console.end()
+    console = story.console
+    program = console.start()
+    console.wait_for("the console shows its dashboard", is_on("Dashboard"))
+    wait_until("the service knows the console's device token", story.service.devices, 20,
+               console.output)
+    story.decision()
+    check_equal("the tab while the notification is only shown", tabs(console.window()),
+                ["Dashboard"])
+    story.tap("leads to the projects", "Projects")
+    other = console.start()
+    wait_until("a second start ends", lambda: other.exit_code() is not None)
+    check_equal("the second start's exit code", other.exit_code(), 0)
+    check_equal("the running console is still the one", console.pid(), program.pid)
+
+
+def with_a_project_open(story):
+    chapter("With a project open")
+    console = story.console
+    # One that is being worked on: its error says which.
+    project = story.error()
+    story.daemon.dismiss()
+    console.press("check box", "Awarded")
+    console.press("button", project["title"])
+    console.wait_for(f"{project['title']!r} is open", is_on("Overview", "Projects"))
+    # Before the decision: no project was open for the last one, so that its wish for a tab is still
+    # there, and the same wish again would be none.
+    story.error()
+    story.tap("leads to the open project's logs", "Logs", "Projects")
+    question = story.decision(project)
+    check_equal("the tab while the notification is only shown", tabs(console.window()),
+                ["Logs", "Projects"])
+    story.tap("leads to the open project's decisions", "Decisions", "Projects")
+    console.wait_for("the question is there to be answered", lambda seen: any(
+        node.name == question for node in seen.present()))
+    check("the question is there to be answered", True)
+    console.end()
 
 
 def in_the_background(story):
     chapter("In the background")
-    story.console.start_in_background()
-    pid = story.console.pid()
-    check("the console runs without a window", pid and story.console.window() is None)
-    shown = story.happens("error")
-    check_equal("the error's urgency", shown.urgency, "normal")
-    story.tap()
-    story.console.wait_for("the tap brings up the window on the projects",
-                           lambda screen: selected_tab(screen) == "Projects")
-    check_equal("it is the same program", story.console.pid(), pid)
-    story.console.end()
+    console = story.console
+    console.start_in_background()
+    pid = console.pid()
+    story.check_windowless("the console runs without a window")
+    story.error()
+    story.check_windowless("showing it needed no window")
+    story.daemon.dismiss()
+    story.decision()
+    story.check_windowless("showing the decision needed no window")
+    story.tap("brings up the window on the projects", "Projects")
+    check_equal("it is the same program", console.pid(), pid)
+    console.end()
 
 
 def while_it_does_not_run(story):
     chapter("Not running")
-    check("the console does not run", story.console.pid() is None)
-    shown = story.happens("decision")
-    check_decision(shown)
-    check("the message started it, without a window",
-          story.console.pid() and story.console.window() is None)
-    story.tap()
-    story.console.wait_for("the tap brings up the window on the projects",
-                           lambda screen: selected_tab(screen) == "Projects")
-    story.console.end()
+    console = story.console
+    check("the console does not run", console.pid() is None)
+    question = story.decision()
+    story.check_windowless("the message started it, without a window")
+    pid = console.pid()
+    story.daemon.stop()
+    story.daemon = story.start_daemon()
+    story.check_decision(story.next_shown("the decision, by a notification service that was "
+                                          "started again,", 0), question)
+    story.tap("brings up the window on the projects", "Projects")
+    check_equal("it is the same program", console.pid(), pid)
+    console.end()
+
+
+def closed_while_saving(story):
+    chapter("Closed while the settings are being saved")
+    console, service = story.console, story.service
+    program = console.start()
+    console.wait_for("the console shows its dashboard", is_on("Dashboard"))
+    console.press("page tab", "Settings")
+    console.wait_for("the settings are there", lambda seen: any(
+        (node.role, node.name) == ("button", SAVE) for node in seen.present()))
+    before = len(service.writes())
+    with service.paused():
+        console.press("button", SAVE)
+        console.close_window()
+        wait_until("the name on the bus is free again", lambda: console.pid() is None)
+        # Long enough for a program that does not wait.
+        end = time.monotonic() + 2
+        while program.exit_code() is None and time.monotonic() < end:
+            time.sleep(0.02)
+        check_equal("exit code while the service has not answered", program.exit_code(), None)
+    wait_until("the console ends", lambda: program.exit_code() is not None)
+    check_equal("exit code", program.exit_code(), 0)
+    check("the settings have arrived", ("PUT", "/config", 200) in service.writes()[before:],
+          service.writes()[before:])
 
 
 def run(options, desk, folder):
     service = PushingService(options.service, desk.folder / "data", desk.environment,
                              folder / "service.log")
     service.start()
-    push = PushService(options.push, desk.folder / "data", desk.environment, folder / "push.log")
-    stops = [service, push]
+    stops = [service]
     environment = dict(desk.environment)
     try:
+        stops.append(PushService(options.push, desk.folder / "data", desk.environment,
+                                 folder / "push.log"))
         if options.wayland:
             compositor = Compositor(desk, folder / "compositor.log")
             stops.append(compositor)
-            daemon = Mako(compositor.environment, folder / "daemon.log")
             # As on a phone where a message comes first of all: nothing names the display.
             del environment["DISPLAY"]
         else:
-            daemon = Dunst(desk, folder / "daemon.log")
             environment["QT_QPA_PLATFORM"] = "xcb"
-        stops.append(daemon)
-        console = InstalledConsole(options.console, options.id, desk, service, environment)
+        logs = iter(folder / f"daemon-{number}.log" for number in range(1, 10))
+        console = InstalledConsole(options.console, options.packaged, desk, service, environment)
         console.install()
-        story = Story(service, daemon, console)
+        story = Story(service, (lambda: Mako(desk, compositor.environment, next(logs)))
+                      if options.wayland else (lambda: Dunst(desk, next(logs))), console)
+        stops.append(story)
         with_the_console_open(story)
+        with_a_project_open(story)
         in_the_background(story)
         while_it_does_not_run(story)
+        if not options.wayland:
+            closed_while_saving(story)
     finally:
         log = desk.folder / "installed-console.log"
         if log.exists():
@@ -151,9 +232,8 @@ def run(options, desk, folder):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    for name in ("console", "service", "push", "artifacts"):
+    for name in ("console", "service", "push", "packaged", "artifacts"):
         parser.add_argument(f"--{name}", required=True, type=Path)
-    parser.add_argument("--id", required=True)
     parser.add_argument("--wayland", action="store_true")
     options = parser.parse_args()
     folder = options.artifacts

@@ -35,8 +35,15 @@ class Dunst:
     def stop(self):
         self._program.stop()
 
-    def shown(self):
-        """All that it was given so far, oldest first."""
+    def mark(self):
+        """Stands for this moment."""
+        return len(self._shown())
+
+    def shown_since(self, mark):
+        """What it was given since, oldest first; all of it since 0."""
+        return self._shown()[mark:]
+
+    def _shown(self):
         found = []
         for text in NOTIFICATION.findall(self._program.output()):
             fields = dict(re.findall(r"^\t(\w+): '?(.*?)'?$", text, re.MULTILINE))
@@ -53,36 +60,70 @@ class Dunst:
         """The user taps the latest."""
         self._run("action", "0")
 
+    def dismiss(self):
+        """The user wipes all away."""
+        self._run("close-all")
+        wait_until("nothing is on the screen", lambda: self.on_screen() == 0)
+
     def _run(self, *words):
         run = subprocess.run(["dunstctl", *words], env=self._environment, capture_output=True,
                              text=True, timeout=20, check=False)
         return run.stdout.strip()
 
 
+# The output is named because the compositor has no seat to choose one by; the rest notes what this
+# version of mako does not list.
+MAKO_CONFIGURATION = """output=HEADLESS-1
+""" + "".join(f"""[urgency={word}]
+on-notify=exec echo "$id {word}" >>"{{notes}}"
+""" for word in ("low", "normal", "critical"))
+
+
 class Mako:
     """Runs under a Wayland compositor."""
 
-    def __init__(self, environment, log):
+    def __init__(self, desk, environment, log):
         self._environment = environment
-        self._program = Program(["mako"], environment, log)
+        self._urgencies = log.with_suffix(".urgencies")
+        configuration = desk.folder / "mako.conf"
+        configuration.write_text(MAKO_CONFIGURATION.format(notes=self._urgencies),
+                                 encoding="utf-8")
+        self._program = Program(["mako", "--config", configuration], environment, log)
         wait_until("mako has begun", lambda: self._list() is not None,
                    detail=self._program.output)
 
     def stop(self):
         self._program.stop()
 
-    def shown(self):
-        """What is on the screen now, oldest first."""
+    def mark(self):
+        """Stands for this moment."""
+        return max((entry["id"] for entry in self._list() or []), default=0)
+
+    def shown_since(self, mark):
+        """What is on the screen and was not then, oldest first; all of it since 0."""
         return [Shown(entry["app-name"], entry["summary"], entry["body"],
-                      ("low", "normal", "critical")[entry["urgency"]], entry["category"],
-                      tuple(entry["actions"]))
-                for entry in reversed(self._list() or [])]
+                      self._urgency(entry["id"]), entry["category"], tuple(entry["actions"]))
+                for entry in reversed(self._list() or []) if entry["id"] > mark]
+
+    def _urgency(self, identifier):
+        def noted():
+            notes = self._urgencies.read_text(encoding="utf-8") \
+                if self._urgencies.exists() else ""
+            return dict(line.split() for line in notes.splitlines()).get(str(identifier))
+
+        return wait_until("the urgency is noted", noted)
 
     def on_screen(self):
-        return len(self.shown())
+        return len(self._list() or [])
 
     def tap(self):
+        """The user taps the latest."""
         self._run("invoke")
+
+    def dismiss(self):
+        """The user wipes all away."""
+        self._run("dismiss", "--all")
+        wait_until("nothing is on the screen", lambda: self.on_screen() == 0)
 
     def _list(self):
         try:

@@ -3,15 +3,17 @@
 import os
 import re
 import signal
+import subprocess
 from pathlib import Path
 
 from gi.repository import Gio, GLib
 
 from .accessible import AccessibleProgram, Gone
-from .checks import wait_until
+from .checks import check_equal, wait_until
 from .desk import Program, connect
 from .practice_service import PracticeService
 from .screen import Screen
+from .window_manager import ask_to_close
 
 LIMIT_MS = 20_000
 
@@ -45,9 +47,11 @@ class PushService:
 class InstalledConsole:
     """The console as the session bus knows it after an installation: it starts it by its name."""
 
-    def __init__(self, binary, identity, desk, service, console_environment):
+    def __init__(self, binary, packaged, desk, service, console_environment):
+        """packaged: the service file that is installed with it."""
         self._desk = desk
-        self._identity = identity
+        self._packaged = packaged
+        self._identity = packaged.stem
         self._bus = connect(desk.environment["DBUS_SESSION_BUS_ADDRESS"])
         self.log = desk.folder / "installed-console.log"
         self._binary = binary
@@ -57,16 +61,19 @@ class InstalledConsole:
             QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
 
     def install(self):
-        """The bus takes its own environment away first, so that only what is named counts."""
+        """The packaged file as it is, but for the program's place. The program gets nothing of the
+        bus's own environment, so that only what is named here counts."""
         variables = " ".join(f"{name}={value}" for name, value in self._environment.items())
         starter = self._desk.folder / "start-console"
         starter.write_text(
             f"#!/bin/sh\nexec env -i {variables} {self._binary} \"$@\" >>{self.log} 2>&1\n",
             encoding="utf-8")
         starter.chmod(0o755)
-        file = self._desk.folder / "services" / f"{self._identity}.service"
-        file.write_text(f"[D-BUS Service]\nName={self._identity}\n"
-                        f"Exec={starter} --background\n", encoding="utf-8")
+        content, count = re.subn(r"^Exec=/\S*/trellisport-manager(?= |$)", f"Exec={starter}",
+                                 self._packaged.read_text(encoding="utf-8"), flags=re.MULTILINE)
+        check_equal("lines of the packaged service file that name the program", count, 1)
+        (self._desk.folder / "services" / self._packaged.name).write_text(content,
+                                                                          encoding="utf-8")
         self._call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                    "ReloadConfig")
 
@@ -87,6 +94,14 @@ class InstalledConsole:
         self._call("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                    "StartServiceByName", GLib.Variant("(su)", (self._identity, 0)))
 
+    def close_window(self):
+        """The user closes it; X only."""
+        environment = self._desk.environment
+        found = subprocess.run(
+            ["xdotool", "search", "--onlyvisible", "--pid", str(self.pid())], env=environment,
+            check=True, capture_output=True, text=True, timeout=20).stdout
+        ask_to_close(environment["DISPLAY"], int(found.split()[-1]))
+
     def end(self):
         pid = self.pid()
         if pid:
@@ -104,6 +119,23 @@ class InstalledConsole:
         except Gone:
             return None
         return screen if screen and screen.window else None
+
+    def press(self, role, name):
+        """Presses what has the role and the name, also what must be scrolled to."""
+        program = AccessibleProgram(self._desk.accessibility, self.pid())
+
+        def probe():
+            try:
+                nodes = Screen(program.look()).present() if program.present() else []
+                node = next((one for one in nodes if (one.role, one.name) == (role, name)), None)
+                if node is None:
+                    return False
+                program.act(node, "Toggle" if "Toggle" in program.actions(node) else "Press")
+                return True
+            except Gone:
+                return False  # It changed while it was looked at.
+
+        wait_until(f"the {role} {name!r} can be pressed", probe, 20)
 
     def wait_for(self, what, holds):
         seen = None
