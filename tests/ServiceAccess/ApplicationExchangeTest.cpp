@@ -1,4 +1,4 @@
-#include "ServiceAccess/CallingThread.h"
+#include "Platform/CallingThread.h"
 #include "Support/Waiting.h"
 
 #include <QCoreApplication>
@@ -18,7 +18,7 @@ TEST(ApplicationExchange, NoReplyIsLostBeforeInBetweenOrAfter)
     std::string name = "test";
     char *arguments[] = {name.data(), nullptr};
     auto application = std::make_unique<QCoreApplication>(count, arguments);
-    const CallingThread home = CallingThread::current();
+    const platform::CallingThread home = platform::CallingThread::current();
     std::vector<int> arrived;
     const auto postFromElsewhere = [&](int number) {
         std::thread([&, number] { home.post([&, number] { arrived.push_back(number); }); }).join();
