@@ -35,7 +35,7 @@ class PracticeService:
         addresses = wait_until("the practice service listens", lambda: self._addresses(already))
         self.base_url = addresses[-1]
         self.authority = self._data / "ca.pem"
-        self._context = ssl.create_default_context(cafile=self.authority)
+        self.context = ssl.create_default_context(cafile=self.authority)
 
     def stop(self):
         if self._program is None:
@@ -110,5 +110,5 @@ class PracticeService:
 
     def _ask(self, method, url):
         request = urllib.request.Request(url, method=method)
-        with urllib.request.urlopen(request, context=self._context, timeout=20) as reply:
+        with urllib.request.urlopen(request, context=self.context, timeout=20) as reply:
             return json.load(reply)
