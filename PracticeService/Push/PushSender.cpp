@@ -129,6 +129,7 @@ std::vector<PushSender::Delivery>::iterator PushSender::nextDelivery()
 void PushSender::attempt(Lock &lock, Delivery delivery)
 {
     const std::string endpoint = delivery.message.endpoint;
+    const std::string token = delivery.token;
     m_busy.insert(endpoint);
     lock.unlock();
     PushOutcome outcome = PushOutcome::Failed;
@@ -152,7 +153,7 @@ void PushSender::attempt(Lock &lock, Delivery delivery)
     }
     lock.unlock();
     if (outcome == PushOutcome::Gone) {
-        m_devices.forget(delivery.token);
+        m_devices.forget(token);
     }
 }
 

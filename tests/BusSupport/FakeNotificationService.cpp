@@ -82,9 +82,8 @@ quint32 FakeNotificationInterface::Notify(const QString &applicationName, quint3
     if (m_service.refusals > 0) {
         --m_service.refusals;
         call.setDelayedReply(true);
-        m_service.m_bus.send(call.createErrorReply(
-            QStringLiteral("org.freedesktop.Notifications.Error.ExcessNotificationGeneration"),
-            QStringLiteral("the same again")));
+        m_service.m_bus.send(
+            call.createErrorReply(m_service.refusal, QStringLiteral("as the test wants it")));
         return 0;
     }
     const auto show = [=, this] {

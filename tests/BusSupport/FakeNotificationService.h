@@ -43,6 +43,8 @@ public:
     QStringList capabilities{QStringLiteral("actions"), QStringLiteral("body")};
     /// Answers that many calls of Notify with an error.
     int refusals = 0;
+    QString refusal =
+        QStringLiteral("org.freedesktop.Notifications.Error.ExcessNotificationGeneration");
     /// Takes calls of Notify and keeps the answers back until answerHeld().
     bool holdsAnswers = false;
     void answerHeld();

@@ -273,6 +273,17 @@ TEST_F(PresenterTest, WithoutAServiceItIsToldAndShownWhenOneComes)
     EXPECT_THAT(m_service.shown(), SizeIs(1));
 }
 
+TEST_F(PresenterTest, AServiceThatDoesNotAnswerInTimeIsTriedAgainLater)
+{
+    m_service.refusals = 1;
+    m_service.refusal = QStringLiteral("org.freedesktop.DBus.Error.NoReply");
+    std::vector<Presented> fates;
+    m_presenter.present(question(), [&](Presented fate) { fates.push_back(fate); });
+    ASSERT_TRUE(waitUntil([&] { return fates.size() == 2; }));
+    EXPECT_THAT(fates, ElementsAre(Presented::Later, Presented::Settled));
+    EXPECT_THAT(m_service.shown(), SizeIs(1));
+}
+
 TEST_F(PresenterTest, AServiceThatRefusesIsTriedAgainLater)
 {
     m_service.refusals = 3;

@@ -286,7 +286,8 @@ TEST_F(BusSessionTest, AMessageIsAcknowledgedWhenItIsShownAndNotBefore)
 
 TEST_F(BusSessionTest, AMessageThatCanNotBeShownIsNotAcknowledgedAndShownLater)
 {
-    start(std::chrono::milliseconds(50));
+    start();
+    m_session->setWindow(true);
     registerDevice();
     m_service.vanish();
     for (int count = 0; count < 2; ++count) { // the second time it is known and waits already
@@ -294,6 +295,7 @@ TEST_F(BusSessionTest, AMessageThatCanNotBeShownIsNotAcknowledgedAndShownLater)
         ASSERT_TRUE(waitUntil([&] { return call.isFinished(); }));
         EXPECT_TRUE(call.isError());
     }
+    m_session->setWindow(false); // it stays for what it could not show
     EXPECT_FALSE(waitUntil([&] { return !log.empty(); }, std::chrono::milliseconds(300)));
     m_service.appear();
     ASSERT_TRUE(waitUntil([&] { return m_service.shown().size() == 1; }));
@@ -333,11 +335,14 @@ TEST_F(BusSessionTest, ANotificationServiceThatDiesBeforeItsAnswerLosesNoMessage
 
 TEST_F(BusSessionTest, ADecisionIsShownAgainByTheNextNotificationService)
 {
-    start(std::chrono::milliseconds(50));
+    start();
+    m_session->setWindow(true);
     registerDevice();
     ASSERT_TRUE(deliver(sealed(question)));
     ASSERT_TRUE(deliver(sealed(awarded)));
     m_service.vanish();
+    settle();
+    m_session->setWindow(false);
     EXPECT_FALSE(waitUntil([&] { return !log.empty(); }, std::chrono::milliseconds(300)));
     FakeNotificationService next(m_bus.connect());
     next.appear();
@@ -388,8 +393,10 @@ TEST_F(BusSessionTest, AStartWithAWindowIsNotGivenUpHoweverLongItTakes)
 TEST_F(BusSessionTest, ItStaysForAWaitingNotificationAndLeavesWhenThatIsDismissed)
 {
     start(std::chrono::milliseconds(50));
+    m_session->setWindow(true);
     registerDevice();
     ASSERT_TRUE(deliver(sealed(awarded)));
+    m_session->setWindow(false);
     EXPECT_FALSE(waitUntil([&] { return !log.empty(); }, std::chrono::milliseconds(300)));
     m_service.dismiss(m_service.shown().front().id);
     EXPECT_TRUE(logHas("leave"));

@@ -35,7 +35,8 @@ public:
         std::unique_ptr<QObject> object;
         std::deque<std::function<void()>> work;
         const QMutexLocker locker(&m_mutex);
-        object.swap(m_object);
+        // The analyzer sees a thread's variable destroyed before it was made.
+        object.swap(m_object); // NOLINT(clang-analyzer-core.NonNullParamChecker)
         work.swap(m_work);
     }
 

@@ -194,7 +194,7 @@ NotificationPresenter::Entry NotificationPresenter::take(quint32 id)
     if (found == m_waiting.end()) {
         return nullptr;
     }
-    const Entry taken = *found;
+    Entry taken = *found;
     m_waiting.erase(found);
     changed();
     return taken;
