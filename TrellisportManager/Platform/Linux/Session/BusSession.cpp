@@ -165,6 +165,7 @@ void BusSession::presented(const QByteArray &identity, Presented fate)
 
 void BusSession::busHasGone()
 {
+    m_hasBus = false;
     m_unsettled.clear();
     m_presenter.forgetAll();
     update();
@@ -175,7 +176,7 @@ void BusSession::busHasGone()
 
 void BusSession::update()
 {
-    m_idle.setBusy(m_hasWindow || m_isActivating || m_presenter.waiting() > 0);
+    m_idle.setBusy(m_hasWindow || m_isActivating || (m_hasBus && m_presenter.waiting() > 0));
 }
 
 void BusSession::leave()

@@ -100,6 +100,7 @@ private:
     IdleWatch m_idle;
     bool m_hasWindow;
     bool m_isActivating = false;
+    bool m_hasBus = true;
     std::optional<Activation> m_nextActivation;
 };
 
