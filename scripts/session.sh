@@ -18,14 +18,17 @@ quoted() {
 # the name and the options. Without a session bus nothing happens.
 announced=''
 announce_console() {
-    local packaged=$1 program=$2 folder=${XDG_RUNTIME_DIR:-}/dbus-1/services command name
+    local packaged=$1 program=$2 folder=${XDG_RUNTIME_DIR:-}/dbus-1/services command name value
     if ! has_session_bus || [ -z "${XDG_RUNTIME_DIR:-}" ] || ! mkdir -p "$folder" 2>/dev/null; then
         return 0
     fi
     command=/usr/bin/env
     for name in TRELLISPORT_BASE_URL TRELLISPORT_CA_FILE UNIFIEDPUSH_DISTRIBUTOR XDG_STATE_HOME \
         DISPLAY WAYLAND_DISPLAY XAUTHORITY; do
-        [ -n "${!name:-}" ] && command+=" $(quoted "$name=${!name}")"
+        value=${!name:-}
+        # The bus starts programs in a folder of its own.
+        [ "$name" = TRELLISPORT_CA_FILE ] && [ -n "$value" ] && value=$(readlink -m "$value")
+        [ -n "$value" ] && command+=" $(quoted "$name=$value")"
     done
     command+=" $(quoted "$program") $(sed -n 's/^Exec=[^ ]* *//p' "$packaged")"
     announced=$folder/$(basename "$packaged")

@@ -31,14 +31,15 @@ class AnnouncedConsole(unittest.TestCase):
         self.program.chmod(0o755)
         self.environment = dict(
             os.environ, XDG_RUNTIME_DIR=str(self.folder), TRELLISPORT_BASE_URL="https://a/api/v1",
-            TRELLISPORT_CA_FILE=str(self.folder / "c a.pem"))
+            TRELLISPORT_CA_FILE="c a.pem")
         self.environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
         self.announced = self.folder / "dbus-1/services" / PACKAGED.name
 
     def shell(self, script):
         return subprocess.run(
             ["bash", "-euc", f'. "$1"; {script}', "bash", ROOT / "scripts/session.sh", PACKAGED,
-             self.program, ID], env=self.environment, text=True, capture_output=True, check=False)
+             self.program, ID], env=self.environment, cwd=self.folder, text=True,
+            capture_output=True, check=False)
 
     def start_bus(self):
         # Before its service folder is there, as on a machine where nothing was announced before.
