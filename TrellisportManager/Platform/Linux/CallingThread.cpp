@@ -1,10 +1,10 @@
 #include "Platform/CallingThread.h"
 
 #include <QCoreApplication>
-#include <QMutex>
 #include <QObject>
 
 #include <deque>
+#include <mutex>
 #include <utility>
 
 namespace trellisport::platform {
@@ -16,7 +16,7 @@ class CallingThread::Mailbox : public std::enable_shared_from_this<Mailbox> {
 public:
     void post(std::function<void()> work)
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         if (m_object) {
             m_work.push_back(std::move(work));
             wake();
@@ -25,7 +25,7 @@ public:
     /// The event loop dropped its events: they are posted once more.
     void wakeForAll()
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         for (std::size_t count = 0; m_object && count < m_work.size(); ++count) {
             wake();
         }
@@ -34,7 +34,7 @@ public:
     {
         std::unique_ptr<QObject> object;
         std::deque<std::function<void()>> work;
-        const QMutexLocker locker(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         // The analyzer sees a thread's variable destroyed before it was made.
         object.swap(m_object); // NOLINT(clang-analyzer-core.NonNullParamChecker)
         work.swap(m_work);
@@ -50,7 +50,7 @@ private:
     {
         std::function<void()> work;
         {
-            const QMutexLocker locker(&m_mutex);
+            const std::scoped_lock lock(m_mutex);
             if (m_work.empty()) {
                 return; // an event too many, after wakeForAll()
             }
@@ -60,7 +60,7 @@ private:
         work();
     }
 
-    QMutex m_mutex;
+    std::mutex m_mutex;
     std::unique_ptr<QObject> m_object = std::make_unique<QObject>();
     std::deque<std::function<void()>> m_work;
 };

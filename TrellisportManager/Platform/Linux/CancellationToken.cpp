@@ -1,8 +1,6 @@
 #include "Platform/CancellationToken.h"
 
-#include <QMutex>
-#include <QRecursiveMutex>
-
+#include <mutex>
 #include <unordered_set>
 #include <utility>
 
@@ -11,7 +9,7 @@ namespace trellisport::platform {
 /// One registered callback. Its mutex is held while the callback runs, so that whoever takes the
 /// callback back waits for it; recursive, because the callback may take itself back.
 struct CancellationToken::Registration::Node {
-    QRecursiveMutex mutex;
+    std::recursive_mutex mutex;
     std::function<void()> callback;
     std::weak_ptr<State> state;
 
@@ -21,14 +19,14 @@ struct CancellationToken::Registration::Node {
 struct CancellationToken::State {
     using Node = Registration::Node;
 
-    mutable QMutex mutex;
+    mutable std::mutex mutex;
     bool isCancelled = false;
     std::unordered_set<std::shared_ptr<Node>> nodes;
 };
 
 void CancellationToken::Registration::Node::call()
 {
-    const QMutexLocker locker(&mutex);
+    const std::scoped_lock lock(mutex);
     const std::function<void()> called = std::exchange(callback, nullptr);
     if (called) {
         called();
@@ -51,11 +49,11 @@ CancellationToken::Registration::~Registration()
         return;
     }
     if (const std::shared_ptr<State> state = m_node->state.lock()) {
-        const QMutexLocker locker(&state->mutex);
+        const std::scoped_lock lock(state->mutex);
         state->nodes.erase(m_node);
     }
     std::function<void()> unused;
-    const QMutexLocker locker(&m_node->mutex);
+    const std::scoped_lock lock(m_node->mutex);
     unused.swap(m_node->callback);
 }
 
@@ -64,7 +62,7 @@ bool CancellationToken::isCancelled() const
     if (!m_state) {
         return false;
     }
-    const QMutexLocker locker(&m_state->mutex);
+    const std::scoped_lock lock(m_state->mutex);
     return m_state->isCancelled;
 }
 
@@ -75,7 +73,7 @@ CancellationToken::Registration CancellationToken::onCancel(std::function<void()
         return registration;
     }
     {
-        const QMutexLocker locker(&m_state->mutex);
+        const std::scoped_lock lock(m_state->mutex);
         if (!m_state->isCancelled) {
             registration.m_node = std::make_shared<Registration::Node>();
             registration.m_node->callback = std::move(callback);
@@ -106,7 +104,7 @@ void CancellationSource::cancel() const
     const std::shared_ptr<CancellationToken::State> state = m_state;
     std::unordered_set<std::shared_ptr<CancellationToken::State::Node>> nodes;
     {
-        const QMutexLocker locker(&state->mutex);
+        const std::scoped_lock lock(state->mutex);
         state->isCancelled = true;
         nodes.swap(state->nodes);
     }
