@@ -22,6 +22,7 @@ T.TabButton {
     }
 
     Accessible.onPressAction: control.choose()
+    Accessible.onToggleAction: control.choose()
     Keys.onReturnPressed: control.choose()
     Keys.onEnterPressed: control.choose()
 

@@ -79,5 +79,47 @@ TEST(PressableControl, IsAButtonToAScreenReaderAndCanBePressed)
     EXPECT_EQ(clicks(scene), 1);
 }
 
+const QByteArray toggle = R"(
+import QtQuick
+import TrellisportManager.Presentation
+
+Item {
+    id: root
+
+    property int clicks: 0
+    property bool isOn: false
+
+    PressableControl {
+        objectName: "toggle"
+        width: 80
+        height: 44
+        text: "Awarded"
+        checkable: true
+        checked: root.isOn
+        onToggled: checked = Qt.binding(() => root.isOn)
+        onClicked: {
+            root.clicks += 1;
+            root.isOn = !root.isOn;
+        }
+    }
+}
+)";
+
+TEST(PressableControl, ThatIsCheckableIsPressedByBothActionsOfAScreenReader)
+{
+    const QmlScene scene(toggle);
+    QAccessibleInterface *accessible =
+        QAccessible::queryAccessibleInterface(scene.item(QStringLiteral("toggle")));
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_TRUE(accessible->state().checkable);
+    EXPECT_FALSE(accessible->state().checked);
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(clicks(scene), 1);
+    EXPECT_TRUE(accessible->state().checked);
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(clicks(scene), 2);
+    EXPECT_FALSE(accessible->state().checked);
+}
+
 } // namespace
 } // namespace trellisport::test

@@ -133,6 +133,13 @@ TEST_F(ContentViewTest, AScreenReaderCanChooseATab)
     accessibleTab(1)->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
     EXPECT_EQ(model.selectedTab(), 1);
     EXPECT_TRUE(accessibleTab(1)->state().checked);
+    accessibleTab(2)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(model.selectedTab(), 2);
+    EXPECT_TRUE(accessibleTab(2)->state().checked);
+    EXPECT_FALSE(accessibleTab(1)->state().checked);
+    accessibleTab(2)->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(model.selectedTab(), 2);
+    EXPECT_TRUE(accessibleTab(2)->state().checked);
 }
 
 TEST_F(ContentViewTest, ChoosingTheChosenTabAgainChangesNothing)
