@@ -13,8 +13,9 @@ namespace trellisport {
 // are UTF-8. Any thread.
 
 /// How many bytes of the text its first piece takes: all of a text of up to 2,000; of a longer one
-/// as much as ends with a line, 50 lines at most, else with a blank, else with a whole character
-/// (grapheme cluster). Only a character beyond 16 KiB is parted.
+/// the lines that end within 2,000, 50 at most, or one longer line. A line is parted only beyond
+/// 16 KiB, behind a blank or else between two characters (grapheme clusters), and a character only
+/// when it is longer than that itself.
 [[nodiscard]] std::size_t firstPieceSize(std::string_view text, const platform::TextRules &rules);
 
 /// The text with every line end (CR LF, CR) as "\n".
@@ -24,7 +25,8 @@ namespace trellisport {
 /// follows begins on a new line anyhow.
 [[nodiscard]] QString pieceText(std::string_view piece, bool moreFollows);
 
-/// A text for a label that is seen on a line or two: beyond 500 characters it ends in "...".
+/// A text for a label that is seen on a line or two: beyond 500 characters it ends in
+/// an ellipsis.
 [[nodiscard]] QString labelText(std::string_view text, const platform::TextRules &rules);
 
 /// A time as the service sends it, shortened for the screen: its first 19 characters, with a blank

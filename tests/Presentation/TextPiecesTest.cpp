@@ -9,6 +9,8 @@
 namespace trellisport {
 namespace {
 
+using ::testing::ElementsAre;
+
 const platform::TextRules &rules()
 {
     return platform::Platform::current().textRules();
@@ -66,11 +68,22 @@ TEST(TextPieces, HoldFiftyLinesAtMost)
     EXPECT_EQ(found.front().size(), 50U);
 }
 
-TEST(TextPieces, OfALongLineAreCutAtBlanks)
+TEST(TextPieces, ALineOfUpToSixteenKibibytesIsNeverCut)
 {
-    const std::string text = repeated("lorem ipsum ", 1000);
-    for (const std::string &piece : pieces(text)) {
-        EXPECT_LE(piece.size(), 2000U);
+    const std::string line = repeated("lorem ipsum ", 1300); // 15,600 bytes
+    EXPECT_THAT(pieces(line), ElementsAre(line));
+    EXPECT_THAT(pieces(line + '\n' + line), ElementsAre(line + '\n', line));
+    const std::string lines = repeated("a line of thirty characters..\n", 50);
+    EXPECT_THAT(pieces(lines + line + "\nend"), ElementsAre(lines, line + '\n', "end"));
+}
+
+TEST(TextPieces, OfALineBeyondSixteenKibibytesAreCutAtBlanks)
+{
+    const std::string text = repeated("lorem ipsum ", 10'000);
+    const auto found = pieces(text);
+    EXPECT_EQ(found.size(), 8U);
+    for (const std::string &piece : found) {
+        EXPECT_LE(piece.size(), 16U * 1024);
         EXPECT_TRUE(piece.ends_with(' '));
     }
 }
@@ -78,7 +91,18 @@ TEST(TextPieces, OfALongLineAreCutAtBlanks)
 TEST(TextPieces, OfALongWordAreCutAnywhere)
 {
     const auto found = pieces(std::string(1'000'000, 'x'));
-    EXPECT_EQ(found.size(), 500U);
+    EXPECT_EQ(found.size(), 62U);
+}
+
+TEST(TextPieces, OfALongWordOfAnyScriptAreFewAndWhole)
+{
+    const std::string letter = "\u4E2D";
+    const auto found = pieces(repeated(letter, 100'000));
+    EXPECT_LE(found.size(), 30U);
+    for (const std::string &piece : found) {
+        EXPECT_EQ(piece.size() % letter.size(), 0U);
+        EXPECT_LE(piece.size(), 16U * 1024);
+    }
 }
 
 TEST(TextPieces, NeverPartACharacter)
@@ -96,7 +120,7 @@ TEST(TextPieces, NeverPartACharacter)
 TEST(TextPieces, KeepAMarkWithTheBlankThatCarriesIt)
 {
     // The only blank that fits carries an acute accent.
-    const std::string text = repeated("\u00E9", 900) + " \u0301" + repeated("\u00E9", 2000);
+    const std::string text = repeated("\u00E9", 8000) + " \u0301" + repeated("\u00E9", 2000);
     const auto found = pieces(text);
     EXPECT_GT(found.size(), 1U);
     for (const std::string &piece : found) {
