@@ -124,35 +124,60 @@ std::size_t CardRows::firstRowOf(std::size_t entry) const
     return static_cast<std::size_t>(row - m_rows.begin());
 }
 
-void CardRows::exchangeEntries(std::size_t newCount, Kept kept,
-                               const std::function<void()> &exchange)
+void CardRows::removeEntries(std::size_t begin, std::size_t end)
 {
-    const std::size_t removeFrom = firstRowOf(kept.first);
-    const std::size_t removeTo = firstRowOf(m_entryCount - kept.last);
-    std::vector<Row> remaining(m_rows.begin(),
-                               m_rows.begin() + static_cast<std::ptrdiff_t>(removeFrom));
-    for (std::size_t row = removeTo; row < m_rows.size(); ++row) {
-        const std::size_t entry = m_rows[row].entry + newCount - m_entryCount;
-        remaining.push_back({static_cast<std::uint32_t>(entry), m_rows[row].begin});
+    const std::size_t first = firstRowOf(begin);
+    const std::size_t behind = firstRowOf(end);
+    if (first == behind) {
+        return;
     }
-    const bool removes = removeTo > removeFrom;
-    if (removes) {
-        beginRemoveRows({}, static_cast<int>(removeFrom), static_cast<int>(removeTo) - 1);
+    beginRemoveRows({}, static_cast<int>(first), static_cast<int>(behind) - 1);
+    m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(first),
+                 m_rows.begin() + static_cast<std::ptrdiff_t>(behind));
+    endRemoveRows();
+}
+
+void CardRows::insertEntries(std::size_t begin, std::size_t end)
+{
+    const std::vector<Row> added = rowsOf(begin, end);
+    if (added.empty()) {
+        return;
     }
-    m_rows = std::move(remaining);
-    m_entryCount = newCount;
+    const std::size_t first = firstRowOf(begin);
+    beginInsertRows({}, static_cast<int>(first), static_cast<int>(first + added.size()) - 1);
+    m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(first), added.begin(), added.end());
+    endInsertRows();
+}
+
+void CardRows::renumber(const std::vector<KeptRun> &kept)
+{
+    auto run = kept.begin();
+    for (Row &row : m_rows) {
+        while (row.entry >= run->was + run->count) {
+            ++run;
+        }
+        row.entry = static_cast<std::uint32_t>(row.entry - run->was + run->is);
+    }
+}
+
+void CardRows::exchangeEntries(const ListsCompared &lists, const std::function<void()> &exchange)
+{
+    const std::vector<KeptRun> kept = keptRuns(lists);
+    std::size_t end = lists.wasCount;
+    for (auto run = kept.rbegin(); run != kept.rend(); ++run) {
+        removeEntries(run->was + run->count, end);
+        end = run->was;
+    }
+    removeEntries(0, end);
+    // What is left shows the same in both lists.
+    renumber(kept);
     exchange();
-    if (removes) {
-        endRemoveRows();
+    std::size_t begin = 0;
+    for (const KeptRun &run : kept) {
+        insertEntries(begin, run.is);
+        begin = run.is + run.count;
     }
-    const std::vector<Row> added = rowsOf(kept.first, newCount - kept.last);
-    if (!added.empty()) {
-        beginInsertRows({}, static_cast<int>(removeFrom),
-                        static_cast<int>(removeFrom + added.size()) - 1);
-        m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(removeFrom), added.begin(),
-                      added.end());
-        endInsertRows();
-    }
+    insertEntries(begin, lists.isCount);
 }
 
 void CardRows::entriesChanged(const std::function<bool(std::size_t)> &isChanged, int role)

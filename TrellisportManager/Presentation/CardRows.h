@@ -1,18 +1,19 @@
 #pragma once
 
 #include "Platform/TextRules.h"
+#include "Presentation/KeptEntries.h"
 
 #include <QAbstractListModel>
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -56,11 +57,6 @@ protected:
 
         [[nodiscard]] QString shown() const;
     };
-    /// How many entries at the list's two ends a change leaves as they are.
-    struct Kept {
-        std::size_t first;
-        std::size_t last;
-    };
 
     /// rules must outlive the model.
     explicit CardRows(const platform::TextRules &rules, QObject *parent);
@@ -74,9 +70,9 @@ protected:
     [[nodiscard]] Slice slice(int row) const;
     /// The piece of the entry's long text of this number, 0 the first.
     [[nodiscard]] Piece piece(const Slice &slice, std::size_t number) const;
-    /// Exchanges the entries: exchange() makes them another list of newCount. Views keep their
-    /// place as far as entries stay.
-    void exchangeEntries(std::size_t newCount, Kept kept, const std::function<void()> &exchange);
+    /// Exchanges the entries: exchange() makes them the new one of the lists. Views keep the rows
+    /// of the entries that stay (KeptEntries.h), and what is typed in them.
+    void exchangeEntries(const ListsCompared &lists, const std::function<void()> &exchange);
     /// Tells the views that a role of some entries has changed.
     void entriesChanged(const std::function<bool(std::size_t)> &isChanged, int role);
 
@@ -89,14 +85,29 @@ private:
     [[nodiscard]] std::vector<Row> rowsOf(std::size_t begin, std::size_t end) const;
     void appendRows(std::vector<Row> &rows, std::size_t entry) const;
     [[nodiscard]] std::size_t firstRowOf(std::size_t entry) const;
+    // Those between two places.
+    void removeEntries(std::size_t begin, std::size_t end);
+    void insertEntries(std::size_t begin, std::size_t end);
+    /// Gives the rows, all of kept entries, the entries' new places.
+    void renumber(const std::vector<KeptRun> &kept);
 
     const platform::TextRules &m_rules;
-    std::size_t m_entryCount = 0;
     std::vector<Row> m_rows;
 };
 
-/// The same for a list of values that compare: a list shown anew leaves what is alike at both ends
-/// where it is.
+/// What tells a value of a list from most others of it: its identity, or of a text the text itself.
+template <typename T>
+[[nodiscard]] std::size_t entryKey(const T &entry)
+{
+    if constexpr (std::is_convertible_v<const T &, std::string_view>) {
+        return std::hash<std::string_view>{}(entry);
+    } else {
+        return entryKey(entry.identity());
+    }
+}
+
+/// The same for a list of values that compare and have an identity: a list shown anew leaves what
+/// is alike where it is.
 template <typename T>
 class EntryRows : public CardRows {
 public:
@@ -106,14 +117,10 @@ public:
     {
         const std::vector<T> &was = *m_entries;
         const std::vector<T> &is = *entries;
-        const auto common = static_cast<std::ptrdiff_t>(std::min(was.size(), is.size()));
-        const auto first =
-            std::mismatch(was.begin(), was.begin() + common, is.begin()).first - was.begin();
-        const auto last =
-            std::mismatch(was.rbegin(), was.rbegin() + (common - first), is.rbegin()).first -
-            was.rbegin();
-        exchangeEntries(is.size(),
-                        {static_cast<std::size_t>(first), static_cast<std::size_t>(last)},
+        exchangeEntries({was.size(), is.size(),
+                         [&](std::size_t a, std::size_t b) { return was[a] == is[b]; },
+                         [&](std::size_t place) { return entryKey(was[place]); },
+                         [&](std::size_t place) { return entryKey(is[place]); }},
                         [&] { m_entries = std::move(entries); });
     }
     void show(std::vector<T> entries)

@@ -2,10 +2,13 @@
 #include "Platform/Platform.h"
 
 #include <QAbstractItemModelTester>
+#include <QElapsedTimer>
+#include <QPersistentModelIndex>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -18,6 +21,7 @@ struct Entry {
     std::string head;
     std::string body;
 
+    [[nodiscard]] const std::string &identity() const { return head; }
     friend bool operator==(const Entry &, const Entry &) = default;
 };
 
@@ -73,6 +77,17 @@ std::string lines(int count)
 
 class CardRowsTest : public ::testing::Test {
 protected:
+    [[nodiscard]] QStringList heads() const
+    {
+        QStringList heads;
+        for (int row = 0; row < rows.rowCount(); ++row) {
+            heads << rows.text(row, EntryList::Head);
+        }
+        return heads;
+    }
+    /// What stands at a row, to see where it is later.
+    [[nodiscard]] QPersistentModelIndex at(int row) const { return rows.index(row); }
+
     EntryList rows;
     QAbstractItemModelTester tester{&rows, QAbstractItemModelTester::FailureReportingMode::Fatal};
 };
@@ -146,11 +161,103 @@ TEST_F(CardRowsTest, AChangeLeavesTheEntriesAroundItWhereTheyAre)
     ASSERT_EQ(inserted.size(), 1);
     EXPECT_EQ(inserted[0][1], 1);
     EXPECT_EQ(inserted[0][2], 2);
-    QStringList heads;
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        heads << rows.text(row, EntryList::Head);
+    EXPECT_THAT(heads(), ElementsAre(u"a", u"b", u"b2", u"c", u"d"));
+}
+
+TEST_F(CardRowsTest, AnEntryBetweenTwoThatChangeStaysWhereItIs)
+{
+    rows.show({{"1", "pending"}, {"2", "pending"}, {"3", "pending"}});
+    const QPersistentModelIndex second = at(1);
+    rows.show({{"1", "answered"}, {"2", "pending"}, {"3", "answered"}});
+    ASSERT_TRUE(second.isValid());
+    EXPECT_EQ(second.row(), 1);
+    EXPECT_THAT(heads(), ElementsAre(u"1", u"2", u"3"));
+    EXPECT_EQ(rows.text(0, EntryList::Body), u"answered");
+}
+
+TEST_F(CardRowsTest, AnEntryStaysAmongManyNewOnesAndOnesThatGo)
+{
+    rows.show({{"gone", ""}, {"1", ""}, {"2", lines(200)}, {"3", ""}, {"end", "old"}});
+    const QPersistentModelIndex first = at(1);
+    const QPersistentModelIndex secondsEnd = at(5);
+    ASSERT_TRUE(secondsEnd.data(EntryList::Last).toBool());
+    std::vector<Entry> entries;
+    for (int i = 0; i < 100; ++i) {
+        entries.push_back({"new " + std::to_string(i), ""});
     }
-    EXPECT_THAT(heads, ElementsAre(u"a", u"b", u"b2", u"c", u"d"));
+    entries.insert(entries.end(), {{"1", ""}, {"more", ""}, {"2", lines(200)}, {"end", "new"}});
+    rows.show(entries);
+    ASSERT_TRUE(first.isValid() && secondsEnd.isValid());
+    EXPECT_EQ(first.row(), 100);
+    EXPECT_EQ(secondsEnd.row(), 105);
+    EXPECT_TRUE(secondsEnd.data(EntryList::Last).toBool());
+}
+
+TEST_F(CardRowsTest, WhenOneEntryMovesTheOthersStay)
+{
+    rows.show({{"1", ""}, {"2", ""}, {"3", ""}, {"4", ""}});
+    const std::vector<QPersistentModelIndex> stay{at(0), at(1), at(2)};
+    rows.show({{"4", ""}, {"1", ""}, {"2", ""}, {"3", ""}});
+    for (std::size_t i = 0; i < stay.size(); ++i) {
+        EXPECT_EQ(stay[i].row(), static_cast<int>(i) + 1);
+    }
+    EXPECT_THAT(heads(), ElementsAre(u"4", u"1", u"2", u"3"));
+}
+
+TEST_F(CardRowsTest, ShowsEveryListAfterEveryOther)
+{
+    std::mt19937 random(1);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<Entry> entries(random() % 12);
+        QStringList expected;
+        for (Entry &entry : entries) {
+            entry.head = std::string(1, static_cast<char>('a' + random() % 6));
+            entry.body = random() % 8 == 0 ? lines(70) : "";
+            expected << QString::fromStdString(entry.head);
+            if (!entry.body.empty()) {
+                expected << QString(); // the card's second row
+            }
+        }
+        rows.show(entries);
+        ASSERT_EQ(heads(), expected) << "round " << round;
+    }
+}
+
+TEST(CardRows, AHundredThousandEntriesOfWhichEverySecondHasChangedAreShownAtOnce)
+{
+    std::vector<Entry> entries(100'000);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].head = std::to_string(i);
+    }
+    EntryList rows;
+    rows.show(entries);
+    for (std::size_t i = 0; i < entries.size(); i += 2) {
+        entries[i].body = "changed";
+    }
+    QElapsedTimer timer;
+    timer.start();
+    rows.show(entries);
+    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_EQ(rows.rowCount(), 100'000);
+    EXPECT_EQ(rows.text(4, EntryList::Body), u"changed");
+}
+
+TEST(CardRows, AHundredThousandEntriesOfOneIdentityAreShownAtOnce)
+{
+    std::vector<Entry> entries(100'000);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].body = std::to_string(i);
+    }
+    EntryList rows;
+    rows.show(entries);
+    for (Entry &entry : entries) {
+        entry.body += '+';
+    }
+    QElapsedTimer timer;
+    timer.start();
+    rows.show(entries);
+    EXPECT_LT(timer.elapsed(), 2000);
+    EXPECT_EQ(rows.text(4, EntryList::Body), u"4+");
 }
 
 TEST_F(CardRowsTest, AListMayGrowShrinkAndEmpty)

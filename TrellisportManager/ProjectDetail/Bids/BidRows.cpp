@@ -6,7 +6,7 @@
 #include "ProjectDetail/TextViews.h"
 
 #include <algorithm>
-#include <string>
+#include <cstdint>
 #include <utility>
 
 namespace trellisport {
@@ -37,22 +37,18 @@ void BidRows::show(List bids)
         }
     }
     const OptionalNumber formerAmount = ourAmount();
-    const auto same = [&](std::uint32_t was, std::uint32_t is) {
-        return (*m_bids)[was] == (*bids)[is];
+    const auto was = [this](std::size_t place) -> const BidInfo & {
+        return (*m_bids)[m_others[place]];
     };
-    const auto common = static_cast<std::ptrdiff_t>(std::min(m_others.size(), others.size()));
-    const auto first =
-        std::mismatch(m_others.begin(), m_others.begin() + common, others.begin(), same).first -
-        m_others.begin();
-    const auto last = std::mismatch(m_others.rbegin(), m_others.rbegin() + (common - first),
-                                    others.rbegin(), same)
-                          .first -
-                      m_others.rbegin();
-    const std::size_t count = others.size();
-    exchangeEntries(count, {static_cast<std::size_t>(first), static_cast<std::size_t>(last)}, [&] {
-        m_bids = std::move(bids);
-        m_others = std::move(others);
-    });
+    const auto is = [&](std::size_t place) -> const BidInfo & { return (*bids)[others[place]]; };
+    exchangeEntries({m_others.size(), others.size(),
+                     [&](std::size_t a, std::size_t b) { return was(a) == is(b); },
+                     [&](std::size_t place) { return entryKey(was(place)); },
+                     [&](std::size_t place) { return entryKey(is(place)); }},
+                    [&] {
+                        m_bids = std::move(bids);
+                        m_others = std::move(others);
+                    });
     if (formerAmount != ourAmount()) {
         entriesChanged([](std::size_t) { return true; }, AmountColor);
     }

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <string>
+
 namespace trellisport {
 
 /// A titled card with one text.
@@ -12,6 +14,7 @@ struct OverviewCard {
     QString title;
     Text text;
 
+    [[nodiscard]] std::string identity() const { return title.toStdString(); }
     friend bool operator==(const OverviewCard &, const OverviewCard &) = default;
 };
 

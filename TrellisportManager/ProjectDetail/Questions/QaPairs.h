@@ -11,6 +11,7 @@ struct QaPair {
     std::string question; ///< the line, number and all
     std::string answer;   ///< empty: not answered
 
+    [[nodiscard]] const std::string &identity() const noexcept { return question; }
     friend bool operator==(const QaPair &, const QaPair &) = default;
 };
 
