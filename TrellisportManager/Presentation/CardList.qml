@@ -19,22 +19,6 @@ ListView {
     // the ids of the file it stands in before Qt 6.5.)
     property Item lead: null
 
-    readonly property real topY: originY - topMargin
-    readonly property real bottomY: Math.max(topY, originY + contentHeight + bottomMargin - height)
-
-    function scrollBy(distance: real): void {
-        contentY = Math.max(topY, Math.min(bottomY, contentY + distance));
-    }
-    // Where a long list begins and ends is only an estimate until the rows there exist.
-    function scrollToTop(): void {
-        positionViewAtBeginning();
-        contentY = topY;
-    }
-    function scrollToBottom(): void {
-        positionViewAtEnd();
-        contentY = bottomY;
-    }
-
     topMargin: Metrics.inset + (lead?.height ?? 0)
     bottomMargin: Metrics.inset
     clip: true
@@ -45,29 +29,7 @@ ListView {
 
     Accessible.role: Accessible.List
 
-    Keys.enabled: scrolledByKeys
-    Keys.onUpPressed: scrollBy(-3 * 16)
-    Keys.onDownPressed: scrollBy(3 * 16)
-    Keys.onPressed: event => {
-        event.accepted = true;
-        switch (event.key) {
-        case Qt.Key_PageUp:
-            scrollBy(-0.9 * height);
-            break;
-        case Qt.Key_PageDown:
-        case Qt.Key_Space:
-            scrollBy(0.9 * height);
-            break;
-        case Qt.Key_Home:
-            scrollToTop();
-            break;
-        case Qt.Key_End:
-            scrollToBottom();
-            break;
-        default:
-            event.accepted = false;
-        }
-    }
+    Keys.forwardTo: scrolledByKeys ? [keys] : []
 
     // What rests at the top stays there when the room above the cards changes.
     onTopMarginChanged: {
@@ -98,15 +60,11 @@ ListView {
         when: root.lead
     }
 
-    Rectangle {
-        objectName: "listFocus"
+    ScrollKeys {
+        id: keys
+
         parent: root
         anchors.fill: parent
-        anchors.margins: 2
-        visible: root.scrolledByKeys && root.activeFocus
-        color: "transparent"
-        radius: 8
-        border.width: 2
-        border.color: Colors.white
+        scrollArea: root
     }
 }

@@ -8,6 +8,9 @@ Rectangle {
 
     property string title
     property bool largeTitle: true
+    // Whether the scroll area takes the keyboard where there is more than is seen, to be scrolled by
+    // keys; one whose rows are walked through by them leaves it to the rows.
+    property bool scrolledByKeys: true
     property string backTitle
     // The scroll area; it is laid over the whole page and its margins are kept by the page.
     required property Flickable scrollArea
@@ -38,6 +41,7 @@ Rectangle {
 
     color: Colors.background
     Component.onCompleted: applyMargin()
+    Keys.forwardTo: scrolledByKeys ? [keys] : []
 
     QtObject {
         id: d
@@ -70,10 +74,34 @@ Rectangle {
         value: holder.height
     }
     Binding {
+        target: root.scrollArea
+        property: "activeFocusOnTab"
+        value: keys.scrolls
+        when: root.scrolledByKeys
+    }
+    Binding {
         target: root.header
         property: "y"
         value: root.scrollArea.originY - (root.header?.height ?? 0)
         when: root.header
+    }
+    ScrollKeys {
+        id: keys
+
+        anchors.fill: parent
+        anchors.topMargin: bar.height
+        scrollArea: root.scrollArea
+    }
+    ScrollMark {
+        // The area's own would be scrolled out from under the bar.
+        objectName: "scrollMark"
+        x: root.width - SafeArea.right - width
+        y: bar.height
+        height: root.height - y - SafeArea.bottom
+        orientation: Qt.Vertical
+        size: root.scrollArea.visibleArea.heightRatio
+        position: root.scrollArea.visibleArea.yPosition
+        active: root.scrollArea.movingVertically
     }
     LargeTitle {
         id: large

@@ -19,6 +19,7 @@ Screen {
         anchors.fill: parent
         title: qsTr("Projects")
         header: projectsHeader
+        scrolledByKeys: false
         refreshable: true
         refreshing: root.viewModel.isRefreshing
         onRefreshRequested: root.viewModel.refresh()

@@ -5,6 +5,7 @@
 #include "Support/InlineExecutor.h"
 #include "Support/ManualClock.h"
 
+#include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <gmock/gmock.h>
@@ -177,6 +178,22 @@ TEST_F(DashboardViewTest, TheGroundIsTheScreensBackground)
 {
     const auto scene = showLoaded();
     EXPECT_EQ(scene->colorAt({5, 600}), colors::background());
+}
+
+TEST_F(DashboardViewTest, KeysScrollWhatIsTallerThanTheWindow)
+{
+    const auto scene = showLoaded({568, 320});
+    QQuickItem *area = scene->item(QStringLiteral("dashboardScroll"));
+    const double rested = area->property("contentY").toDouble();
+    EXPECT_TRUE(scene->has(QStringLiteral("scrollMark")));
+    QTest::keyClick(&scene->window(), Qt::Key_Tab);
+    EXPECT_TRUE(area->hasActiveFocus());
+    QTest::keyClick(&scene->window(), Qt::Key_End);
+    EXPECT_TRUE(area->property("atYEnd").toBool());
+    QTest::keyClick(&scene->window(), Qt::Key_Home);
+    EXPECT_EQ(area->property("contentY").toDouble(), rested);
+    QTest::keyClick(&scene->window(), Qt::Key_PageDown);
+    EXPECT_GT(area->property("contentY").toDouble(), rested);
 }
 
 } // namespace

@@ -178,7 +178,7 @@ TEST_F(CardListTest, KeysScrollIt)
     const auto place = [&] { return scene->root()->property("contentY").toDouble(); };
     EXPECT_EQ(place(), -16);
     QTest::keyClick(&scene->window(), Qt::Key_Tab);
-    EXPECT_TRUE(scene->has(QStringLiteral("listFocus")));
+    EXPECT_TRUE(scene->has(QStringLiteral("scrollFocus")));
     QTest::keyClick(&scene->window(), Qt::Key_Down);
     EXPECT_EQ(place(), -16 + 48);
     QTest::keyClick(&scene->window(), Qt::Key_PageDown);

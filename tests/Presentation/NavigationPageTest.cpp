@@ -31,21 +31,6 @@ NavigationPage {
 }
 )";
 
-/// Drags a finger down the window by this many points, without lifting it.
-void drag(QmlScene &scene, QPoint from, int distance)
-{
-    QTest::mousePress(&scene.window(), Qt::LeftButton, Qt::NoModifier, from);
-    constexpr int steps = 20;
-    for (int step = 1; step <= steps; ++step) {
-        QTest::mouseMove(&scene.window(), from + QPoint(0, distance * step / steps));
-    }
-}
-
-void release(QmlScene &scene, QPoint at)
-{
-    QTest::mouseRelease(&scene.window(), Qt::LeftButton, Qt::NoModifier, at);
-}
-
 TEST(NavigationPage, ContentStartsBelowTheLargeTitle)
 {
     QmlScene scene(page);
@@ -74,17 +59,17 @@ TEST(NavigationPage, ShowsTheLargeTitleAtTheLeadingEdgeUntilItIsScrolledAway)
 TEST(NavigationPage, PullingPastTheThresholdAsksForOneReload)
 {
     QmlScene scene(page);
-    drag(scene, {200, 300}, 220);
+    scene.drag({200, 300}, {200, 520});
     EXPECT_EQ(scene.root()->property("refreshes"), 1);
-    release(scene, {200, 520});
+    scene.lift({200, 520});
     EXPECT_EQ(scene.root()->property("refreshes"), 1);
 }
 
 TEST(NavigationPage, AShortPullAsksForNothing)
 {
     QmlScene scene(page);
-    drag(scene, {200, 300}, 60);
-    release(scene, {200, 360});
+    scene.drag({200, 300}, {200, 360});
+    scene.lift({200, 360});
     EXPECT_EQ(scene.root()->property("refreshes"), 0);
 }
 
@@ -107,6 +92,57 @@ TEST(NavigationPage, TheRefreshKeyAsksForAReload)
     QmlScene scene(page);
     QTest::keyClick(&scene.window(), Qt::Key_F5);
     EXPECT_EQ(scene.root()->property("refreshes"), 1);
+}
+
+TEST(NavigationPage, KeysScrollIt)
+{
+    QmlScene scene(page);
+    QQuickItem *area = scene.item(QStringLiteral("area"));
+    const auto place = [&] { return area->property("contentY").toDouble(); };
+    EXPECT_EQ(place(), -96);
+    QTest::keyClick(&scene.window(), Qt::Key_Tab);
+    EXPECT_TRUE(area->hasActiveFocus());
+    EXPECT_TRUE(scene.has(QStringLiteral("scrollFocus")));
+    QTest::keyClick(&scene.window(), Qt::Key_Down);
+    EXPECT_EQ(place(), -96 + 48);
+    QTest::keyClick(&scene.window(), Qt::Key_PageDown);
+    EXPECT_NEAR(place(), -48 + 0.9 * (844 - 44), 1);
+    QTest::keyClick(&scene.window(), Qt::Key_Home);
+    EXPECT_EQ(place(), -96);
+    QTest::keyClick(&scene.window(), Qt::Key_End);
+    EXPECT_EQ(place(), 2000 - 844);
+    QTest::keyClick(&scene.window(), Qt::Key_Up);
+    EXPECT_EQ(place(), 2000 - 844 - 48);
+    QTest::keyClick(&scene.window(), Qt::Key_PageUp);
+    EXPECT_NEAR(place(), 2000 - 844 - 48 - 0.9 * (844 - 44), 1);
+}
+
+TEST(NavigationPage, OfContentThatFitsTheKeyboardStopsNowhere)
+{
+    QmlScene scene(page);
+    QQuickItem *area = scene.item(QStringLiteral("area"));
+    area->setProperty("contentHeight", 600);
+    QTest::keyClick(&scene.window(), Qt::Key_Tab);
+    EXPECT_FALSE(area->hasActiveFocus());
+}
+
+TEST(NavigationPage, AMarkTellsHowFarItHasBeenScrolled)
+{
+    QmlScene scene(page);
+    QQuickItem *area = scene.item(QStringLiteral("area"));
+    QQuickItem *mark = scene.item(QStringLiteral("scrollMark"));
+    ASSERT_NE(mark, nullptr);
+    EXPECT_EQ(mark->property("position"), 0);
+    EXPECT_NEAR(mark->property("size").toDouble(), 844.0 / (2000 + 96), 0.001);
+    EXPECT_EQ(sceneRect(mark).right(), 390);
+    EXPECT_EQ(sceneRect(mark).top(), 44);
+    EXPECT_FALSE(mark->property("active").toBool());
+    scene.drag({200, 600}, {200, 300});
+    EXPECT_TRUE(mark->property("active").toBool());
+    EXPECT_GT(mark->property("position").toDouble(), 0.05);
+    scene.lift({200, 300});
+    area->setProperty("contentHeight", 600);
+    EXPECT_FALSE(scene.has(QStringLiteral("scrollMark")));
 }
 
 TEST(NavigationPage, APushedPageHasTheWayBackAndItsTitleInTheBar)

@@ -160,12 +160,39 @@ TEST_F(ProjectsListViewTest, APulledListLoadsAgainAndRestsWhenTheLoadEnds)
     showLoaded({projectJson("1", "awarded", "Title A")});
     session->hold();
     session->queueReply(200, listJson({projectJson("1", "awarded", "Title B")}));
-    QTest::keyClick(&scene->window(), Qt::Key_F5);
-    EXPECT_TRUE(eventually([&] { return has("refreshSpinner"); }));
+    const double rested = sceneRect(item("searchField")).y();
+    scene->drag({200, 400}, {200, 600});
+    EXPECT_EQ(session->requestCount(), 2U);
+    scene->lift({200, 600});
+    EXPECT_TRUE(has("refreshSpinner"));
     EXPECT_TRUE(has("chipStrip"));
+    EXPECT_TRUE(eventually([&] { return sceneRect(item("searchField")).y() == rested + 60; }));
     session->release();
     EXPECT_TRUE(eventually([&] { return !has("refreshSpinner"); }));
+    EXPECT_TRUE(eventually([&] { return sceneRect(item("searchField")).y() == rested; }));
     EXPECT_THAT(listed(), ElementsAre(u"AWARDED", u"Title B"));
+}
+
+TEST_F(ProjectsListViewTest, TheRefreshKeyLoadsAgain)
+{
+    showLoaded({projectJson("1", "awarded", "Title A")});
+    session->queueReply(200, listJson({projectJson("1", "awarded", "Title B")}));
+    QTest::keyClick(&scene->window(), Qt::Key_F5);
+    EXPECT_TRUE(eventually([&] { return listed().contains(QStringLiteral("Title B")); }));
+}
+
+TEST_F(ProjectsListViewTest, AMarkTellsHowFarItHasBeenScrolled)
+{
+    std::vector<std::string> projects;
+    for (int i = 0; i < 100; ++i) {
+        projects.push_back(projectJson(std::to_string(i).c_str(), "awarded", "Title"));
+    }
+    showLoaded(projects);
+    EXPECT_TRUE(has("scrollMark"));
+    EXPECT_FALSE(item("scrollMark")->property("active").toBool());
+    scene->drag({200, 600}, {200, 300});
+    EXPECT_TRUE(item("scrollMark")->property("active").toBool());
+    scene->lift({200, 300});
 }
 
 TEST_F(ProjectsListViewTest, AWideWindowKeepsAReadableColumnInTheMiddle)
@@ -185,10 +212,18 @@ TEST_F(ProjectsListViewTest, AScreenReaderHearsWhichChipIsOnAndCanPressThemAndTh
     EXPECT_EQ(awarded->text(QAccessible::Name), u"Awarded");
     EXPECT_TRUE(all->state().checked);
     EXPECT_FALSE(awarded->state().checked);
-    awarded->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    // What a screen reader does with a button that is on or off.
+    awarded->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
     EXPECT_EQ(model.selectedStatus(), "awarded");
     EXPECT_FALSE(all->state().checked);
     EXPECT_TRUE(awarded->state().checked);
+    awarded->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(model.selectedStatus());
+    EXPECT_TRUE(all->state().checked);
+    EXPECT_FALSE(awarded->state().checked);
+    // The one that is on stays on.
+    all->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_TRUE(all->state().checked);
 
     settle();
     QAccessibleInterface *row = QAccessible::queryAccessibleInterface(rows()[0]);

@@ -182,6 +182,20 @@ void QmlScene::tap(QQuickItem *item)
                       sceneRect(item).center().toPoint());
 }
 
+void QmlScene::drag(QPoint from, QPoint to)
+{
+    QTest::mousePress(&m_window, Qt::LeftButton, Qt::NoModifier, from);
+    constexpr int steps = 20;
+    for (int step = 1; step <= steps; ++step) {
+        QTest::mouseMove(&m_window, from + (to - from) * step / steps);
+    }
+}
+
+void QmlScene::lift(QPoint at)
+{
+    QTest::mouseRelease(&m_window, Qt::LeftButton, Qt::NoModifier, at);
+}
+
 QImage QmlScene::picture()
 {
     return m_window.grabWindow();

@@ -55,6 +55,10 @@ public:
 
     /// Presses and releases at the item's centre.
     void tap(QQuickItem *item);
+    /// Drags a finger from one place to another, in points, without lifting it.
+    void drag(QPoint from, QPoint to);
+    /// Lifts it.
+    void lift(QPoint at);
     /// Draws the scene; what it looks like.
     [[nodiscard]] QImage picture();
     /// The colour drawn at a place in the window, in points.
