@@ -11,10 +11,11 @@ Rectangle {
     property real fontSize: 10
     property int weight: Font.Medium
     property bool monospaced: false
+    property real horizontalInset: 6
     property real verticalInset: 2
     property real groundOpacity: 0.2
 
-    implicitWidth: label.implicitWidth + 12
+    implicitWidth: label.implicitWidth + 2 * horizontalInset
     implicitHeight: label.implicitHeight + 2 * verticalInset
     radius: 4
     color: Colors.faded(tint, groundOpacity)
@@ -23,9 +24,9 @@ Rectangle {
         id: label
 
         objectName: "badgeLabel"
-        x: 6
+        x: root.horizontalInset
         y: root.verticalInset
-        width: Math.max(0, Math.min(implicitWidth, root.width - 12))
+        width: Math.max(0, Math.min(implicitWidth, root.width - 2 * root.horizontalInset))
         text: root.text
         systemSize: root.fontSize
         weight: root.weight

@@ -12,6 +12,9 @@ Item {
     // The room above a card that is not the list's first.
     property real gap: 12
     property real inset: Metrics.inset
+    // Whether the card has a title above its content, as a CardView has.
+    property bool titled: false
+    property string title
     property alias color: ground.color
     property alias radius: ground.radius
     property alias outlineWidth: ground.outlineWidth
@@ -21,9 +24,11 @@ Item {
 
     readonly property real topGap: first && index > 0 ? gap : 0
 
+    readonly property real contentTop: (first ? inset : 0) + (titled && first ? titleText.height + Metrics.spacing : 0)
+
     width: ListView.view?.width ?? 0
     // Whole points, so that the pieces of one ground meet without a seam.
-    height: topGap + Math.ceil((first ? inset : 0) + contentHeight + (last ? inset : 0))
+    height: topGap + Math.ceil(contentTop + contentHeight + (last ? inset : 0))
 
     CardGround {
         id: ground
@@ -39,11 +44,20 @@ Item {
         last: root.last
         radius: 12
 
+        CardTitle {
+            id: titleText
+
+            x: root.inset
+            y: root.inset
+            width: parent.width - 2 * root.inset
+            visible: root.titled && root.first
+            text: root.title
+        }
         Item {
             id: body
 
             x: root.inset
-            y: root.first ? root.inset : 0
+            y: root.contentTop
             width: parent.width - 2 * root.inset
             height: root.contentHeight
         }

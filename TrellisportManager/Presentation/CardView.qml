@@ -20,13 +20,9 @@ Surface {
         width: parent.width - 2 * Metrics.inset
         spacing: Metrics.spacing
 
-        StyledText {
-            objectName: "cardTitle"
+        CardTitle {
             width: parent.width
             text: root.title
-            textStyle: Typography.Caption
-            weight: Font.Bold
-            color: Colors.white
         }
         ItemHolder {
             id: holder

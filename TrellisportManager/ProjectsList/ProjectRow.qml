@@ -18,33 +18,20 @@ Item {
         width: parent.width
         height: Math.max(tag.visible ? tag.height : 0, title.height)
 
-        Rectangle {
+        Badge {
             id: tag
 
             objectName: "refTag"
             visible: root.project.hasRefNumber
             anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(refNumber.implicitWidth + 10, head.width / 2)
-            height: refNumber.implicitHeight + 4
-            radius: 4
-            color: Colors.faded(Colors.accent, 0.15)
-
-            StyledText {
-                id: refNumber
-
-                objectName: "refNumber"
-                x: 5
-                y: 2
-                width: parent.width - 10
-                text: root.project.refNumber
-                systemSize: 11
-                weight: Font.DemiBold
-                monospaced: true
-                color: Colors.accent
-                wrapMode: Text.NoWrap
-                elide: Text.ElideRight
-                maximumLineCount: 1
-            }
+            width: Math.min(implicitWidth, head.width / 2)
+            text: root.project.refNumber
+            tint: Colors.accent
+            fontSize: 11
+            weight: Font.DemiBold
+            monospaced: true
+            horizontalInset: 5
+            groundOpacity: 0.15
         }
         StyledText {
             id: title

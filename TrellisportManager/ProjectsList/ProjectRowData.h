@@ -32,8 +32,7 @@ public:
     QString marketplaceNumber; ///< finished; FL#0 when there is none
 };
 
-/// The row of a project. A text that no row could show whole comes cut, between two characters, so
-/// that one of a megabyte costs what a short one does.
+/// The row of a project. Its texts are labels, shortened when no row could show them whole.
 [[nodiscard]] ProjectRowData projectRowData(const Project &project,
                                             const platform::TextRules &rules);
 

@@ -193,6 +193,29 @@ TEST_F(CardListTest, KeysScrollIt)
     EXPECT_TRUE(scene->root()->property("atYBeginning").toBool());
 }
 
+TEST_F(CardListTest, ATitledCardHasItsTitleAboveItsFirstRowAlone)
+{
+    rows.show({lines(70)});
+    QByteArray titled = listOfTexts;
+    titled.replace("objectName: \"row\"", "objectName: \"row\"\n title: \"Plan\"\n titled: true");
+    const QmlScene scene(
+        titled,
+        QVariantMap{{QStringLiteral("rows"),
+                     QVariant::fromValue(static_cast<QAbstractItemModel *>(&rows))}},
+        {390, 4000});
+    QQuickItem *title = scene.text(QStringLiteral("Plan"));
+    ASSERT_NE(title, nullptr);
+    EXPECT_EQ(sceneRect(title).topLeft(), QPointF(32, 32));
+    EXPECT_EQ(fontOf(title).weight(), QFont::Bold);
+    EXPECT_EQ(fontOf(title).pixelSize(), 12);
+    EXPECT_EQ(colorOf(title), colors::white());
+    EXPECT_EQ(scene.texts().count(QStringLiteral("Plan")), 1);
+    const auto bodies = scene.items(QStringLiteral("body"));
+    ASSERT_EQ(bodies.size(), 2);
+    EXPECT_EQ(sceneRect(bodies[0]).top(), 32 + 16 + 8);
+    EXPECT_EQ(sceneRect(bodies[1]).top(), sceneRect(bodies[0]).bottom());
+}
+
 TEST_F(CardListTest, AWideWindowKeepsAReadableColumnInTheMiddle)
 {
     const auto scene = show({"one"}, {1280, 800});

@@ -67,6 +67,20 @@ TEST(ProjectRowData, TheLargestNumbersAreShownWhole)
     EXPECT_EQ(row(largest).marketplaceNumber, u"FL#-9223372036854775808");
 }
 
+TEST(ProjectRowData, TextsThatNoRowHoldsAreShortened)
+{
+    const std::string word(1'000'000, 'x');
+    const ProjectRowData data = row({.id = "1",
+                                     .refNumber = Text(word),
+                                     .title = Text(word),
+                                     .bidStatus = Text(word),
+                                     .ownerUsername = Text(word)});
+    for (const QString &shown : {data.refNumber, data.title, data.status, data.owner}) {
+        EXPECT_EQ(shown.size(), 501);
+        EXPECT_TRUE(shown.endsWith(QChar(0x2026)));
+    }
+}
+
 TEST(ProjectRowData, ATitleOfAMegabyteIsCutBetweenTwoCharacters)
 {
     const std::string family = "\U0001F468\u200D\U0001F469\u200D\U0001F467";
@@ -74,7 +88,9 @@ TEST(ProjectRowData, ATitleOfAMegabyteIsCutBetweenTwoCharacters)
     while (title.size() < 1'000'000) {
         title += family;
     }
-    const QString shown = row(project("1", "awarded", title.c_str())).title;
+    QString shown = row(project("1", "awarded", title.c_str())).title;
+    ASSERT_TRUE(shown.endsWith(QChar(0x2026)));
+    shown.chop(1);
     const QString character = QString::fromStdString(family);
     EXPECT_LT(shown.size(), 10'000);
     EXPECT_GT(shown.size(), 0);

@@ -60,7 +60,7 @@ TEST_F(ProjectRowTest, TheReferenceNumberIsATagInTheAccentColour)
 {
     show(fullRow());
     QQuickItem *tag = item("refTag");
-    QQuickItem *number = item("refNumber");
+    QQuickItem *number = scene->item(QStringLiteral("badgeLabel"), tag);
     EXPECT_EQ(tag->property("radius"), 4);
     EXPECT_EQ(colorOf(tag), Colors::faded(colors::accent(), 0.15));
     EXPECT_EQ(colorOf(number), colors::accent());
@@ -68,6 +68,7 @@ TEST_F(ProjectRowTest, TheReferenceNumberIsATagInTheAccentColour)
     EXPECT_EQ(fontOf(number).weight(), QFont::DemiBold);
     EXPECT_EQ(fontOf(number).families().value(0), QStringLiteral("JetBrains Mono"));
     EXPECT_EQ(number->position(), QPointF(5, 2));
+    EXPECT_EQ(textOf(number), u"TR-0042");
     EXPECT_EQ(tag->width(), number->width() + 10);
     EXPECT_EQ(tag->height(), number->height() + 4);
     EXPECT_EQ(place("projectTitle").x() - place("refTag").right(), 6);

@@ -18,28 +18,18 @@ CardList {
     delegate: CardRow {
         id: row
 
-        required property string title
+        required title
         required property string body
 
         gap: 16
         radius: 10
-        contentHeight: bodyText.y + bodyText.height
+        titled: true
+        contentHeight: bodyText.height
 
-        StyledText {
-            id: titleText
-
-            objectName: "cardTitle"
-            width: parent.width
-            visible: row.first
-            text: row.title
-            textStyle: Typography.Caption
-            weight: Font.Bold
-        }
         StyledText {
             id: bodyText
 
             objectName: "body"
-            y: row.first ? titleText.height + Metrics.spacing : 0
             width: parent.width
             text: row.body
             textStyle: Typography.Caption

@@ -1,0 +1,10 @@
+import QtQuick
+import TrellisportManager.Presentation
+
+// A card's title.
+StyledText {
+    objectName: "cardTitle"
+    textStyle: Typography.Caption
+    weight: Font.Bold
+    color: Colors.white
+}
