@@ -29,19 +29,27 @@ Item {
         return null;
     }
 
-    // Scrolls no further than needed; a field taller than the room shows its cursor.
+    // The most that belongs to the focused item and still fits in the room, in the scroll area: the
+    // outermost KeptInView around it, else one further in, else itself, else its cursor.
+    function place(room: real): rect {
+        const text = root.focused as TextEdit;
+        const cursor = text ? text.cursorRectangle : Qt.rect(0, 0, root.focused.width, root.focused.height);
+        let place = root.focused.mapToItem(root.scrollArea, cursor);
+        for (let at = root.focused; at !== root.scrollArea.contentItem; at = at.parent) {
+            if ((at === root.focused || at as KeptInView) && at.height <= room)
+                place = at.mapToItem(root.scrollArea, Qt.rect(0, 0, at.width, at.height));
+        }
+        return place;
+    }
+    // Scrolls no further than needed.
     function reveal(): void {
         if (!root.focused || !root.scrollArea.visible)
             return;
         const gap = Metrics.spacing;
         const room = root.scrollArea.height - root.coveredAbove - root.coveredBelow - 2 * gap;
-        let part = Qt.rect(0, 0, root.focused.width, root.focused.height);
-        const text = root.focused as TextEdit;
-        if (part.height > room && text)
-            part = text.cursorRectangle;
-        const top = root.focused.mapToItem(root.scrollArea, part.x, part.y).y;
-        const above = top - root.coveredAbove - gap;
-        const below = top + part.height + gap - (root.scrollArea.height - root.coveredBelow);
+        const shown = root.place(room);
+        const above = shown.y - root.coveredAbove - gap;
+        const below = shown.y + shown.height + gap - (root.scrollArea.height - root.coveredBelow);
         if (above < 0)
             root.scrollBy(above);
         else if (below > 0)

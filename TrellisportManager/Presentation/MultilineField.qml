@@ -4,7 +4,7 @@ import TrellisportManager.Presentation
 
 // A text field of several lines on a ground of its own. It grows with its text from the least to
 // the greatest number of lines and scrolls inside from there on. Tab leaves it.
-Item {
+KeptInView {
     id: root
 
     // What the field holds; its owner is told of every change and sets it in return.
@@ -20,18 +20,13 @@ Item {
     // The keyboard is to go on to the control behind the field, or back to the one before it.
     signal tabbed(bool forward)
 
-    // As the text is laid out, in whole points.
-    readonly property real lineHeight: Math.ceil(metrics.lineSpacing)
+    readonly property real lineHeight: Typography.lineHeight(Typography.Caption)
 
-    implicitHeight: Math.max(minimumLines * lineHeight, Math.min(maximumLines * lineHeight, area.contentHeight)) + 2 * inset
+    // The lines of a text area are as high as their fonts are, which may be less.
+    implicitHeight: Math.max(minimumLines * lineHeight, Math.min(maximumLines * lineHeight, Math.max(area.lineCount * lineHeight, area.contentHeight))) + 2 * inset
 
     onTextChanged: area.follow()
 
-    FontMetrics {
-        id: metrics
-
-        font: area.font
-    }
     Surface {
         id: ground
 

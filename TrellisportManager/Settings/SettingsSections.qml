@@ -90,7 +90,11 @@ Column {
         SaveRow {
             width: root.width
             saveState: root.viewModel.saveButton
-            onClicked: root.viewModel.save()
+            onClicked: {
+                // What is still being composed is part of what is saved.
+                InputMethod.commit();
+                root.viewModel.save();
+            }
         }
     }
     ListGroup {

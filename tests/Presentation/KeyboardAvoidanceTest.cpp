@@ -37,6 +37,33 @@ Item {
             width: 300
             height: 44
         }
+        KeptInView {
+            objectName: "form"
+            y: 400
+            width: 300
+            height: 160
+
+            KeptInView {
+                objectName: "shown"
+                width: 300
+                height: 100
+                clip: true
+
+                TextEdit {
+                    objectName: "inner"
+                    y: -200
+                    width: 300
+                    height: 300
+                    text: "\n\n\n\n\n\n\n\n\n\n\n\n\n\nend"
+                }
+            }
+            Rectangle {
+                objectName: "button"
+                y: 116
+                width: 300
+                height: 44
+            }
+        }
         TextEdit {
             objectName: "tall"
             y: 100
@@ -123,6 +150,36 @@ TEST(KeyboardAvoidance, AFieldTallerThanTheRoomShowsItsCursor)
         const QRectF cursor = tall->property("cursorRectangle").toRectF();
         const QRectF place = tall->mapRectToScene(cursor);
         return place.top() >= 44 && place.bottom() <= 444;
+    }));
+}
+
+TEST(KeyboardAvoidance, WhatBelongsToTheFieldStaysInViewWithIt)
+{
+    QmlScene scene(form);
+    scene.item(QStringLiteral("inner"))->forceActiveFocus();
+    showKeyboard(scene, {0, 344, 390, 500});
+    EXPECT_TRUE(eventually([&] { return isInView(scene, "form", 44, 344); }));
+    EXPECT_TRUE(isInView(scene, "button", 44, 344));
+}
+
+TEST(KeyboardAvoidance, OfAFormTooHighForTheRoomTheFieldIsSeen)
+{
+    QmlScene scene(form);
+    scene.item(QStringLiteral("inner"))->forceActiveFocus();
+    showKeyboard(scene, {0, 184, 390, 660});
+    EXPECT_TRUE(eventually([&] { return isInView(scene, "shown", 44, 184); }));
+}
+
+TEST(KeyboardAvoidance, OfAFieldTooHighForTheRoomTheCursorIsSeen)
+{
+    QmlScene scene(form);
+    QQuickItem *inner = scene.item(QStringLiteral("inner"));
+    inner->forceActiveFocus();
+    inner->setProperty("cursorPosition", textOf(inner).size());
+    showKeyboard(scene, {0, 124, 390, 720});
+    EXPECT_TRUE(eventually([&] {
+        const QRectF place = inner->mapRectToScene(inner->property("cursorRectangle").toRectF());
+        return place.top() >= 44 && place.bottom() <= 124;
     }));
 }
 

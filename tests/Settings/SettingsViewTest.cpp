@@ -1,5 +1,6 @@
 #include "Presentation/Colors.h"
 #include "Presentation/LinkController.h"
+#include "QmlSupport/FakeInputMethod.h"
 #include "QmlSupport/QmlScene.h"
 #include "Settings/SettingsViewModel.h"
 #include "Support/FakeHttpSession.h"
@@ -323,6 +324,42 @@ TEST_F(SettingsViewTest, AWideWindowKeepsAReadableColumnInTheMiddle)
     const QRectF row = sceneRect(rowOf(text("Server")));
     EXPECT_EQ(row.left(), (1280 - 700) / 2 + 16);
     EXPECT_EQ(row.right(), (1280 + 700) / 2 - 16);
+}
+
+TEST_F(SettingsViewTest, WhatIsStillBeingComposedIsSavedToo)
+{
+    showLoaded();
+    FakeInputMethod inputMethod;
+    scene->tap(item("maxDailyBids"));
+    QTest::keyClick(&scene->window(), Qt::Key_End);
+    inputMethod.compose(QStringLiteral("34"));
+    EXPECT_EQ(model.maxDailyBids(), u"12");
+    session->queueReply(200, "{}");
+    scene->tap(item("saveButton"));
+    EXPECT_FALSE(inputMethod.isComposing());
+    ASSERT_TRUE(eventually([&] { return session->requestCount() == 2; }));
+    EXPECT_THAT(session->requests()[1].body.value_or(""),
+                ::testing::HasSubstr(R"("max_daily_bids":"1234")"));
+}
+
+TEST_F(SettingsViewTest, KeysScrollWhatIsTallerThanTheWindow)
+{
+    showLoaded(loaded, {320, 480});
+    QQuickItem *area = item("settingsScroll");
+    const double rested = area->property("contentY").toDouble();
+    EXPECT_TRUE(has("scrollMark"));
+    QTest::keyClick(&scene->window(), Qt::Key_Tab);
+    EXPECT_TRUE(area->hasActiveFocus());
+    QTest::keyClick(&scene->window(), Qt::Key_End);
+    EXPECT_TRUE(area->property("atYEnd").toBool());
+    EXPECT_LE(sceneRect(item("webLink")).bottom(), 480);
+    QTest::keyClick(&scene->window(), Qt::Key_PageUp);
+    QTest::keyClick(&scene->window(), Qt::Key_PageUp);
+    EXPECT_EQ(area->property("contentY").toDouble(), rested);
+    // From a control inside too.
+    item("previewMode")->forceActiveFocus();
+    QTest::keyClick(&scene->window(), Qt::Key_Down);
+    EXPECT_EQ(area->property("contentY").toDouble(), rested + 48);
 }
 
 } // namespace

@@ -2,7 +2,7 @@ import QtQuick
 import TrellisportManager.Presentation
 
 // The field for an answer, and the button that sends it.
-Item {
+KeptInView {
     id: root
 
     property alias text: field.text
@@ -43,7 +43,11 @@ Item {
         text: qsTr("Submit Answer")
         topPadding: 10
         bottomPadding: 10
-        onClicked: root.submitted()
+        onClicked: {
+            // What is still being composed is part of the answer.
+            InputMethod.commit();
+            root.submitted();
+        }
         Keys.onTabPressed: root.tabbed(button, true)
         Keys.onBacktabPressed: field.field.forceActiveFocus(Qt.BacktabFocusReason)
         Accessible.name: text
