@@ -25,7 +25,7 @@ T.TextField {
     verticalAlignment: TextInput.AlignVCenter
     font: Typography.font(Typography.Body, 0, false)
     color: Colors.white
-    placeholderTextColor: Colors.secondaryText
+    placeholderTextColor: Colors.placeholderText
     selectionColor: Colors.accent
     selectedTextColor: Colors.white
     clip: contentWidth > textWidth

@@ -65,6 +65,7 @@ TEST(SearchField, ShowsAMagnifierAndThePromptOnARoundedGround)
     QQuickItem *prompt = scene.text(QStringLiteral("Search projects"));
     ASSERT_NE(prompt, nullptr);
     EXPECT_EQ(field->height(), 36);
+    EXPECT_EQ(colorOf(prompt), colors::placeholderText());
     EXPECT_EQ(scene.item(QStringLiteral("searchGround"))->property("radius"), 10);
     EXPECT_EQ(colorOf(scene.item(QStringLiteral("searchGround"))), colors::fieldFill());
     EXPECT_LT(sceneRect(scene.item(QStringLiteral("magnifier"))).right(), sceneRect(prompt).left());

@@ -95,6 +95,27 @@ TEST(QuestionRows, AnswersAreNotMixedUpWhenTheProjectIsLoadedAnew)
     EXPECT_TRUE(rows.isEmpty());
 }
 
+TEST(QuestionRows, OfLinesThatEndInCarriageReturnsShowNoEmptyOnes)
+{
+    QuestionRows rows(rules());
+    rows.setProject(projectWith({}, {}, "1. When?\r\n2. Where?\r\n", "1. today\r\nat noon\r\n"));
+    EXPECT_THAT(texts(rows, "question"), ElementsAre(u"1. When?", u"2. Where?"));
+    EXPECT_THAT(texts(rows, "answer"), ElementsAre(u"today\nat noon", u""));
+}
+
+TEST(MessageRows, ShortenASenderThatNoLineHolds)
+{
+    MessageRows rows(rules());
+    std::string sender = "agent smith ";
+    while (sender.size() < 1'000'000) {
+        sender += "x";
+    }
+    rows.show({{.id = "1", .sender = sender, .messageText = ""}});
+    const QString shown = at(rows, 0, "sender").toString();
+    EXPECT_EQ(shown.size(), 501);
+    EXPECT_TRUE(shown.startsWith(QLatin1String("Agent Smith X")));
+}
+
 TEST(MessageRows, OnlyTheExactWordAgentIsTheAgent)
 {
     MessageRows rows(rules());

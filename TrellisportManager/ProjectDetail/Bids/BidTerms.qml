@@ -63,8 +63,8 @@ Item {
             SymbolImage {
                 objectName: "star"
                 anchors.verticalCenter: parent.verticalCenter
-                width: 10
-                height: 10
+                width: 9
+                height: 9
                 symbol: "star.fill"
                 color: Colors.yellow
             }

@@ -19,7 +19,9 @@ QVariant MessageRows::value(const Slice &slice, int role) const
     const Text &sender = entry(slice.entry).sender;
     switch (role) {
     case Sender:
-        return labelText(rules().capitalized(sender), rules());
+        // Shortened first: whatever its length, what is capitalised is a label.
+        return QString::fromStdString(
+            rules().capitalized(labelText(sender, rules()).toStdString()));
     case IsAgent:
         return sender == "agent";
     case Body:

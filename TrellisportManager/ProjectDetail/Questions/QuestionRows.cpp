@@ -5,6 +5,17 @@
 
 namespace trellisport {
 
+namespace {
+
+/// The line without the carriage return that a line end of two characters leaves behind.
+std::string_view lineOf(std::string_view text)
+{
+    text.remove_suffix(text.ends_with('\r') ? 1 : 0);
+    return text;
+}
+
+} // namespace
+
 QuestionRows::QuestionRows()
     : QuestionRows(platform::Platform::current().textRules())
 {
@@ -43,7 +54,7 @@ QHash<int, QByteArray> QuestionRows::roleNames() const
 
 CardRows::LongTexts QuestionRows::longTexts(std::size_t number) const
 {
-    return {entry(number).question, entry(number).answer};
+    return {lineOf(entry(number).question), lineOf(entry(number).answer)};
 }
 
 QVariant QuestionRows::value(const Slice &slice, int role) const
