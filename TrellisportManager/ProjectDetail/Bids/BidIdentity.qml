@@ -9,13 +9,13 @@ Item {
     required property string displayName
     required property string country
 
-    // What is too long for the line is shortened, the shown name before the user name.
     readonly property real nameRoom: width - (countryText.visible ? countryText.width + Metrics.spacing : 0)
+    // A shown name for which there is no room beside the user name stands below it.
+    readonly property bool fits: usernameText.implicitWidth + Metrics.spacing + displayNameText.implicitWidth <= nameRoom
 
-    implicitHeight: usernameText.implicitHeight
+    implicitHeight: usernameText.height + (fits || !displayNameText.visible ? 0 : 2 + displayNameText.height)
 
     component OneLine: StyledText {
-        anchors.verticalCenter: parent?.verticalCenter
         wrapMode: Text.NoWrap
         maximumLineCount: 1
         elide: Text.ElideRight
@@ -34,8 +34,9 @@ Item {
         id: displayNameText
 
         objectName: "displayName"
-        x: usernameText.width + Metrics.spacing
-        width: Math.max(0, Math.min(implicitWidth, root.nameRoom - x))
+        x: root.fits ? usernameText.width + Metrics.spacing : 0
+        y: root.fits ? 0 : usernameText.height + 2
+        width: Math.min(implicitWidth, root.width - x)
         visible: root.displayName.length > 0
         text: root.displayName
         textStyle: Typography.Caption
@@ -46,6 +47,7 @@ Item {
 
         objectName: "country"
         x: parent.width - width
+        y: (usernameText.height - height) / 2
         width: Math.min(implicitWidth, parent.width * 0.4)
         visible: root.country.length > 0
         text: root.country
