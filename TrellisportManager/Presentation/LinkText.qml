@@ -24,7 +24,7 @@ Item {
     implicitWidth: label.implicitWidth
     implicitHeight: label.implicitHeight
     activeFocusOnTab: true
-    containmentMask: touchArea
+    containmentMask: parts
     opacity: tap.pressed ? 0.5 : 1
 
     Accessible.role: Accessible.Link
@@ -45,24 +45,15 @@ Item {
         color: Colors.accent
         Accessible.ignored: true
     }
-    Item {
-        id: touchArea
+    PressableParts {
+        id: parts
 
-        x: Math.min(0, (root.width - width) / 2)
-        y: Math.min(0, (root.height - height) / 2)
-        width: Math.max(root.width, Metrics.touchTarget)
-        height: Math.max(root.height, Metrics.touchTarget)
+        control: root
     }
     TapHandler {
         id: tap
 
         gesturePolicy: TapHandler.ReleaseWithinBounds
         onTapped: root.open()
-    }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
-    }
-    FocusRing {
-        control: root
     }
 }

@@ -14,7 +14,7 @@ T.AbstractButton {
     implicitHeight: Math.max(implicitBackgroundHeight, implicitContentHeight + topPadding + bottomPadding)
     focusPolicy: Qt.TabFocus
     opacity: down ? 0.5 : 1
-    containmentMask: touchArea
+    containmentMask: parts
 
     Keys.onReturnPressed: control.clicked()
     Keys.onEnterPressed: control.clicked()
@@ -28,19 +28,10 @@ T.AbstractButton {
             control.clicked();
     }
 
-    Item {
-        id: touchArea
+    PressableParts {
+        id: parts
 
-        x: Math.min(0, (control.width - Metrics.touchTarget) / 2)
-        y: Math.min(0, (control.height - Metrics.touchTarget) / 2)
-        width: Math.max(control.width, Metrics.touchTarget)
-        height: Math.max(control.height, Metrics.touchTarget)
-    }
-    FocusRing {
         control: control
-        anchors.margins: control.focusRingMargin
-    }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
+        ringMargin: control.focusRingMargin
     }
 }

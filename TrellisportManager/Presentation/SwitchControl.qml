@@ -13,7 +13,7 @@ T.Switch {
     padding: 0
     focusPolicy: Qt.TabFocus
     opacity: down ? 0.5 : 1
-    containmentMask: touchArea
+    containmentMask: parts
     Keys.onReturnPressed: control.flip()
     Keys.onEnterPressed: control.flip()
     // The toolkit's own handling changes the state and tells nobody.
@@ -50,19 +50,10 @@ T.Switch {
             ColorAnimation { duration: 150 }
         }
     }
-    Item {
-        id: touchArea
+    PressableParts {
+        id: parts
 
-        x: Math.min(0, (control.width - width) / 2)
-        y: Math.min(0, (control.height - height) / 2)
-        width: Math.max(control.width, Metrics.touchTarget)
-        height: Math.max(control.height, Metrics.touchTarget)
-    }
-    FocusRing {
         control: control
-        radius: 19
-    }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
+        ringRadius: 19
     }
 }

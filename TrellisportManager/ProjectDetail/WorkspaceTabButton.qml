@@ -1,36 +1,46 @@
 import QtQuick
+import QtQuick.Templates as T
 import TrellisportManager.Presentation
 
-// One tab of a workspace.
-PressableControl {
+// One tab of a workspace. Not a PressableControl, which a screen reader would hear as a button.
+T.TabButton {
     id: control
 
-    // Only the model decides which.
-    property bool selected: false
-
     objectName: "tabButton"
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     leftPadding: 12
     rightPadding: 12
     topPadding: 8
     bottomPadding: 8
-    focusRingMargin: 1
-    Accessible.role: Accessible.PageTab
-    Accessible.name: control.text
-    Accessible.selectable: true
-    Accessible.selected: control.selected
+    focusPolicy: Qt.TabFocus
+    opacity: down ? 0.5 : 1
+    containmentMask: parts
+
+    Accessible.onPressAction: control.clicked()
+    Accessible.onToggleAction: control.clicked()
+    Keys.onReturnPressed: control.clicked()
+    Keys.onEnterPressed: control.clicked()
 
     background: Rectangle {
         objectName: "tabGround"
         radius: 8
-        color: control.selected ? Colors.faded(Colors.accent, 0.3) : "transparent"
+        color: control.checked ? Colors.faded(Colors.accent, 0.3) : "transparent"
     }
     contentItem: StyledText {
         objectName: "tabLabel"
         text: control.text
         textStyle: Typography.Caption
-        weight: control.selected ? Font.Bold : Font.Normal
-        color: control.selected ? Colors.white : Colors.gray
+        weight: control.checked ? Font.Bold : Font.Normal
+        color: control.checked ? Colors.white : Colors.gray
         wrapMode: Text.NoWrap
         Accessible.ignored: true
+    }
+
+    PressableParts {
+        id: parts
+
+        control: control
+        ringMargin: 1
     }
 }

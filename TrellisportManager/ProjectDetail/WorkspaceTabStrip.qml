@@ -56,7 +56,7 @@ Item {
                     required property int index
                     required property string modelData
                     text: modelData
-                    selected: root.viewModel.selectedTab === index
+                    checked: root.viewModel.selectedTab === index
                     onClicked: root.viewModel.selectedTab = index
                     onActiveFocusChanged: {
                         if (activeFocus)
