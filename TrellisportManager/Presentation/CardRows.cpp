@@ -2,6 +2,7 @@
 
 #include "Presentation/TextPieces.h"
 
+#include <algorithm>
 #include <numeric>
 
 namespace trellisport {
@@ -163,11 +164,12 @@ void CardRows::renumber(const std::vector<KeptRun> &kept)
 void CardRows::exchangeEntries(const ListsCompared &lists, const std::function<void()> &exchange)
 {
     const std::vector<KeptRun> kept = keptRuns(lists);
+    // From the last, so that the places of those before stay what they are.
     std::size_t end = lists.wasCount;
-    for (auto run = kept.rbegin(); run != kept.rend(); ++run) {
-        removeEntries(run->was + run->count, end);
-        end = run->was;
-    }
+    std::for_each(kept.rbegin(), kept.rend(), [&](const KeptRun &run) {
+        removeEntries(run.was + run.count, end);
+        end = run.was;
+    });
     removeEntries(0, end);
     // What is left shows the same in both lists.
     renumber(kept);

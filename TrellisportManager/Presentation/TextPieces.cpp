@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t maximumPiece = 2000;
 constexpr std::size_t maximumLines = 50;
 /// A line within which no piece ends: laid out at once it takes about five milliseconds.
-constexpr std::size_t maximumLine = 16 * 1024;
+constexpr std::size_t maximumLine = 16384;
 constexpr std::size_t labelCharacters = 500;
 constexpr std::size_t timeCharacters = 19;
 

@@ -181,9 +181,9 @@ TEST_F(CardRowsTest, AnEntryStaysAmongManyNewOnesAndOnesThatGo)
     const QPersistentModelIndex first = at(1);
     const QPersistentModelIndex secondsEnd = at(5);
     ASSERT_TRUE(secondsEnd.data(EntryList::Last).toBool());
-    std::vector<Entry> entries;
-    for (int i = 0; i < 100; ++i) {
-        entries.push_back({"new " + std::to_string(i), ""});
+    std::vector<Entry> entries(100);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        entries[i].head = "new " + std::to_string(i);
     }
     entries.insert(entries.end(), {{"1", ""}, {"more", ""}, {"2", lines(200)}, {"end", "new"}});
     rows.show(entries);

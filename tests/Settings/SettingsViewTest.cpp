@@ -1,12 +1,5 @@
 #include "Presentation/Colors.h"
-#include "Presentation/LinkController.h"
-#include "QmlSupport/FakeInputMethod.h"
-#include "QmlSupport/QmlScene.h"
-#include "Settings/SettingsViewModel.h"
-#include "Support/FakeHttpSession.h"
-#include "Support/FakeLinkOpener.h"
-#include "Support/InlineExecutor.h"
-#include "Support/ManualClock.h"
+#include "SettingsScene.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -24,61 +17,10 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 
-const char *const loaded = R"({"preview_mode":"false","max_daily_bids":"12",)"
-                           R"("daily_revenue_target":"2500","max_concurrent_projects":"3"})";
-
-class SettingsViewTest : public ::testing::Test {
-protected:
-    void show(QSize size = {390, 844})
-    {
-        scene = std::make_unique<QmlScene>(
-            QStringLiteral("Settings"), QStringLiteral("SettingsView"),
-            QVariantMap{{QStringLiteral("viewModel"), QVariant::fromValue(&model)},
-                        {QStringLiteral("links"), QVariant::fromValue(&links)}},
-            size);
-    }
-    void showLoaded(const char *config = loaded, QSize size = {390, 844})
-    {
-        session->queueReply(200, config);
-        show(size);
-        ASSERT_TRUE(eventually([&] { return has("sections"); }));
-        // Things find their places with the next picture.
-        (void)scene->picture();
-    }
-    QQuickItem *item(const char *name) const { return scene->item(QString::fromLatin1(name)); }
-    QQuickItem *text(const char *text) const { return scene->text(QString::fromLatin1(text)); }
-    bool has(const char *name) const { return scene->has(QString::fromLatin1(name)); }
-    /// The row's box that holds an item.
-    static QQuickItem *rowOf(QQuickItem *inside)
-    {
-        while (inside != nullptr && !inside->inherits("QQuickControl")) {
-            inside = inside->parentItem();
-        }
-        return inside;
-    }
-    void type(const char *name, const char *keys)
-    {
-        scene->tap(item(name));
-        QTest::keyClick(&scene->window(), Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(&scene->window(), Qt::Key_Backspace);
-        for (const char *key = keys; *key != 0; ++key) {
-            QTest::keyClick(&scene->window(), *key);
-        }
-    }
-
-    std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
-    ManualClock clock;
-    FakeLinkOpener opener;
-    LinkController links{opener};
-    TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
-    SettingsViewModel model{api, clock, parseServiceAddress("https://agent.example:8443/api/v1")};
-    std::unique_ptr<QmlScene> scene;
-};
-
 TEST_F(SettingsViewTest, BeforeTheFirstLoadEndsOnlyTheSpinnersRowIsShown)
 {
     session->hold();
-    session->queueReply(200, loaded);
+    session->queueReply(200, loadedSettings);
     show();
     EXPECT_THAT(scene->texts(), ElementsAre(u"Settings"));
     EXPECT_TRUE(has("spinner"));
@@ -260,31 +202,6 @@ TEST_F(SettingsViewTest, TheLinkOpensTheServicesWebAddress)
     EXPECT_EQ(colorOf(text("trellisport-base")), colors::gray());
 }
 
-TEST_F(SettingsViewTest, TabWalksThroughTheControlsInOrderAndBack)
-{
-    showLoaded();
-    const char *const order[] = {"previewMode",           "maxDailyBids", "dailyRevenueTarget",
-                                 "maxConcurrentProjects", "saveButton",   "webLink"};
-    for (const char *name : order) {
-        QTest::keyClick(&scene->window(), Qt::Key_Tab);
-        EXPECT_TRUE(item(name)->hasActiveFocus()) << name;
-        EXPECT_TRUE(item(name)->property("visualFocus").toBool()) << name;
-    }
-    QTest::keyClick(&scene->window(), Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_TRUE(item("saveButton")->hasActiveFocus());
-}
-
-TEST_F(SettingsViewTest, TheFieldInUseStaysInViewWhenAKeyboardTakesHalfTheWindow)
-{
-    showLoaded(loaded, {360, 648});
-    scene->tap(item("maxConcurrentProjects"));
-    scene->window().resize(360, 300);
-    EXPECT_TRUE(eventually([&] {
-        const QRectF field = sceneRect(item("maxConcurrentProjects"));
-        return field.top() >= 44 && field.bottom() <= 300;
-    }));
-}
-
 TEST_F(SettingsViewTest, EveryControlHasItsNameAndRoleForAScreenReader)
 {
     showLoaded();
@@ -307,7 +224,7 @@ TEST_F(SettingsViewTest, EveryControlHasItsNameAndRoleForAScreenReader)
 
 TEST_F(SettingsViewTest, NothingIsClippedInTheNarrowestWindow)
 {
-    showLoaded(loaded, {320, 568});
+    showLoaded(loadedSettings, {320, 568});
     for (const char *label : {"Preview Mode", "Max Daily Bids", "Revenue Target ($)",
                               "Max Concurrent", "Server", "trellisport-base", "Dashboard"}) {
         QQuickItem *shown = text(label);
@@ -320,46 +237,10 @@ TEST_F(SettingsViewTest, NothingIsClippedInTheNarrowestWindow)
 
 TEST_F(SettingsViewTest, AWideWindowKeepsAReadableColumnInTheMiddle)
 {
-    showLoaded(loaded, {1280, 800});
+    showLoaded(loadedSettings, {1280, 800});
     const QRectF row = sceneRect(rowOf(text("Server")));
     EXPECT_EQ(row.left(), (1280 - 700) / 2 + 16);
     EXPECT_EQ(row.right(), (1280 + 700) / 2 - 16);
-}
-
-TEST_F(SettingsViewTest, WhatIsStillBeingComposedIsSavedToo)
-{
-    showLoaded();
-    FakeInputMethod inputMethod;
-    scene->tap(item("maxDailyBids"));
-    QTest::keyClick(&scene->window(), Qt::Key_End);
-    inputMethod.compose(QStringLiteral("34"));
-    EXPECT_EQ(model.maxDailyBids(), u"12");
-    session->queueReply(200, "{}");
-    scene->tap(item("saveButton"));
-    EXPECT_FALSE(inputMethod.isComposing());
-    ASSERT_TRUE(eventually([&] { return session->requestCount() == 2; }));
-    EXPECT_THAT(session->requests()[1].body.value_or(""),
-                ::testing::HasSubstr(R"("max_daily_bids":"1234")"));
-}
-
-TEST_F(SettingsViewTest, KeysScrollWhatIsTallerThanTheWindow)
-{
-    showLoaded(loaded, {320, 480});
-    QQuickItem *area = item("settingsScroll");
-    const double rested = area->property("contentY").toDouble();
-    EXPECT_TRUE(has("scrollMark"));
-    QTest::keyClick(&scene->window(), Qt::Key_Tab);
-    EXPECT_TRUE(area->hasActiveFocus());
-    QTest::keyClick(&scene->window(), Qt::Key_End);
-    EXPECT_TRUE(area->property("atYEnd").toBool());
-    EXPECT_LE(sceneRect(item("webLink")).bottom(), 480);
-    QTest::keyClick(&scene->window(), Qt::Key_PageUp);
-    QTest::keyClick(&scene->window(), Qt::Key_PageUp);
-    EXPECT_EQ(area->property("contentY").toDouble(), rested);
-    // From a control inside too.
-    item("previewMode")->forceActiveFocus();
-    QTest::keyClick(&scene->window(), Qt::Key_Down);
-    EXPECT_EQ(area->property("contentY").toDouble(), rested + 48);
 }
 
 } // namespace
