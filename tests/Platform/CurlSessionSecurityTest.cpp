@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 namespace trellisport::test {
@@ -59,6 +61,25 @@ TEST(CurlSessionSecurity, TheTestAuthorityCountsOnlyWhereItIsNamed)
     const ScriptedServer server(agreeing());
     EXPECT_EQ(failure(server, {}).failure(), TransportFailure::SecureConnectionFailed);
     EXPECT_EQ(server.requestCount(), 0);
+}
+
+TEST(CurlSessionSecurity, TheSystemsAuthoritiesAreReadForTheFirstConnectionOnly)
+{
+    const ScriptedServer server(agreeing());
+    const std::string file = testing::TempDir() + "system-authorities.pem";
+    std::filesystem::copy_file(ScriptedServer::authorityFile(), file,
+                               std::filesystem::copy_options::overwrite_existing);
+    CurlHttpOptions options;
+    options.systemAuthorityFile = file;
+    CurlHttpSession session(options);
+    SessionProbe first(session, postRequest(server.origin() + "/a"));
+    EXPECT_EQ(first.waitForReply().status, 200);
+
+    std::ofstream(file) << "no authorities any longer";
+    SessionProbe second(session, postRequest(server.origin() + "/a"));
+    EXPECT_EQ(second.waitForReply().status, 200);
+    EXPECT_EQ(server.connections(), 2);
+    std::filesystem::remove(file);
 }
 
 TEST(CurlSessionSecurity, AnAddedAuthorityIsTrustedBesideTheSystems)

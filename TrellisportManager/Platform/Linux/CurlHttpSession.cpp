@@ -5,6 +5,7 @@
 
 #include <curl/curl.h>
 
+#include <atomic>
 #include <utility>
 
 namespace trellisport::platform {
@@ -13,20 +14,29 @@ namespace {
 
 class CurlExchange final : public HttpExchange {
 public:
-    CurlExchange(std::shared_ptr<CurlInbox> inbox, CurlJob::Id id)
+    CurlExchange(std::shared_ptr<CurlInbox> inbox, CurlJob::Id id,
+                 std::shared_ptr<const std::atomic<bool>> hasEnded)
         : m_inbox(std::move(inbox))
         , m_id(id)
+        , m_hasEnded(std::move(hasEnded))
     {
     }
     CurlExchange(const CurlExchange &) = delete;
     CurlExchange &operator=(const CurlExchange &) = delete;
     ~CurlExchange() override { CurlExchange::cancel(); }
 
-    void cancel() override { m_inbox->cancel(m_id); }
+    void cancel() override
+    {
+        // Most handles go when all is over; the session's thread need not wake for that.
+        if (!*m_hasEnded) {
+            m_inbox->cancel(m_id);
+        }
+    }
 
 private:
     std::shared_ptr<CurlInbox> m_inbox;
     CurlJob::Id m_id;
+    std::shared_ptr<const std::atomic<bool>> m_hasEnded;
 };
 
 void initializeCurl()
@@ -55,8 +65,13 @@ CurlHttpSession::~CurlHttpSession()
 
 std::unique_ptr<HttpExchange> CurlHttpSession::send(HttpRequest request, Completion completion)
 {
-    const CurlJob::Id id = m_inbox->start(std::move(request), std::move(completion));
-    return std::make_unique<CurlExchange>(m_inbox, id);
+    const auto hasEnded = std::make_shared<std::atomic<bool>>(false);
+    const CurlJob::Id id = m_inbox->start(
+        std::move(request), [hasEnded, completion = std::move(completion)](HttpResult result) {
+            *hasEnded = true;
+            completion(std::move(result));
+        });
+    return std::make_unique<CurlExchange>(m_inbox, id, hasEnded);
 }
 
 } // namespace trellisport::platform
