@@ -20,45 +20,64 @@ using platform::TransportFailure;
 
 namespace {
 
-// The coroutines below hold all that they need beyond their first wait themselves: the client may
-// be gone by then.
+/// Replies up to this size are decoded where they arrive, in less time than handing them on takes.
+constexpr std::size_t smallReply = 16 * 1024;
 
-QCoro::Task<HttpReply> exchange(std::shared_ptr<platform::HttpSession> session, HttpRequest request,
-                                CancellationToken cancellation)
+template <typename T>
+using Outcome = std::variant<T, std::exception_ptr>;
+
+template <typename T>
+Outcome<T> outcomeOf(HttpResult result)
 {
+    try {
+        if (const auto *error = std::get_if<TransportError>(&result)) {
+            throw *error;
+        }
+        HttpReply &reply = std::get<HttpReply>(result);
+        if (reply.status < 200 || reply.status > 299) {
+            throw APIError::httpError(reply.status);
+        }
+        return decode<T>(std::move(reply.body));
+    } catch (...) {
+        return std::current_exception();
+    }
+}
+
+bool isSmall(const HttpResult &result)
+{
+    const auto *reply = std::get_if<HttpReply>(&result);
+    return reply == nullptr || reply->body.size() <= smallReply;
+}
+
+/// It holds all that it needs beyond its wait itself: the client may be gone by then.
+template <typename T>
+QCoro::Task<T> exchange(std::shared_ptr<platform::HttpSession> session,
+                        platform::Executor &executor, HttpRequest request,
+                        CancellationToken cancellation)
+{
+    if (!isAbsoluteURL(request.url)) {
+        throw APIError::invalidURL();
+    }
     if (cancellation.isCancelled()) {
         throw TransportError(TransportFailure::Cancelled, "The request was cancelled.");
     }
-    const Arrival<HttpResult> arrival;
-    const auto underWay = session->send(
-        std::move(request), [arrival](HttpResult result) { arrival.deliver(std::move(result)); });
+    const Arrival<Outcome<T>> arrival;
+    const auto underWay =
+        session->send(std::move(request), [arrival, &executor](HttpResult result) {
+            if (isSmall(result)) {
+                arrival.deliver(outcomeOf<T>(std::move(result)));
+                return;
+            }
+            // The work is a std::function and so may be copied; a body it owned would be, too.
+            const auto shared = std::make_shared<HttpResult>(std::move(result));
+            executor.run([arrival, shared] { arrival.deliver(outcomeOf<T>(std::move(*shared))); });
+        });
     const auto registration = cancellation.onCancel([&underWay] { underWay->cancel(); });
-    HttpResult result = co_await arrival;
-    if (const auto *error = std::get_if<TransportError>(&result)) {
-        throw *error;
-    }
-    co_return std::get<HttpReply>(std::move(result));
-}
-
-template <typename T>
-QCoro::Task<T> decodeElsewhere(platform::Executor &executor, std::string body)
-{
-    using Decoded = std::variant<T, std::exception_ptr>;
-    const Arrival<Decoded> arrival;
-    // The work is a std::function and so may be copied; a body that it owned would be, too.
-    const auto shared = std::make_shared<std::string>(std::move(body));
-    executor.run([arrival, shared] {
-        try {
-            arrival.deliver(Decoded(decode<T>(std::move(*shared))));
-        } catch (...) {
-            arrival.deliver(Decoded(std::current_exception()));
-        }
-    });
-    Decoded decoded = co_await arrival;
-    if (const auto *error = std::get_if<std::exception_ptr>(&decoded)) {
+    Outcome<T> outcome = co_await arrival;
+    if (const auto *error = std::get_if<std::exception_ptr>(&outcome)) {
         std::rethrow_exception(*error);
     }
-    co_return std::get<T>(std::move(decoded));
+    co_return std::get<T>(std::move(outcome));
 }
 
 } // namespace
@@ -87,20 +106,10 @@ QCoro::Task<T> TrellisportAPI::request(std::string path, CancellationToken cance
 {
     HttpRequest request;
     request.url = m_baseURL + path;
-    if (!isAbsoluteURL(request.url)) {
-        throw APIError::invalidURL();
-    }
     request.method = std::move(method);
     request.headers.push_back({"Content-Type", "application/json"});
     request.body = std::move(body);
-
-    platform::Executor &executor = m_executor;
-    HttpReply reply = co_await exchange(m_session, std::move(request), std::move(cancellation));
-    if (reply.status < 200 || reply.status > 299) {
-        throw APIError::httpError(reply.status);
-    }
-    T value = co_await decodeElsewhere<T>(executor, std::move(reply.body));
-    co_return std::move(value);
+    return exchange<T>(m_session, m_executor, std::move(request), std::move(cancellation));
 }
 
 QCoro::Task<> TrellisportAPI::write(std::string path, CancellationToken cancellation,

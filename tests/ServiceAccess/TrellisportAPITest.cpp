@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -289,6 +290,27 @@ TEST_F(TrellisportAPITest, AListComesInItsOrder)
     const std::vector<Project> projects = finish(m_api.getProjects());
     ASSERT_THAT(projects, SizeIs(3));
     EXPECT_EQ(projects[1].id, "1");
+}
+
+TEST_F(TrellisportAPITest, OnlyLargeRepliesAreHandedOnToBeDecoded)
+{
+    class CountingExecutor : public test::InlineExecutor {
+    public:
+        void run(std::function<void()> work) override
+        {
+            ++works;
+            InlineExecutor::run(std::move(work));
+        }
+        std::atomic<int> works = 0;
+    };
+    CountingExecutor executor;
+    const TrellisportAPI api(base, m_session, executor);
+    reply(200, dashboard);
+    finish(api.getDashboard());
+    EXPECT_EQ(executor.works, 0);
+    reply(200, "[" + std::string(100000, ' ') + "]");
+    finish(api.getProjects());
+    EXPECT_EQ(executor.works, 1);
 }
 
 TEST_F(TrellisportAPITest, CancellingBeforehandSendsNothing)
