@@ -183,11 +183,7 @@ TEST_F(ProjectsListViewTest, TheRefreshKeyLoadsAgain)
 
 TEST_F(ProjectsListViewTest, AMarkTellsHowFarItHasBeenScrolled)
 {
-    std::vector<std::string> projects;
-    for (int i = 0; i < 100; ++i) {
-        projects.push_back(projectJson(std::to_string(i).c_str(), "awarded", "Title"));
-    }
-    showLoaded(projects);
+    showLoaded(std::vector<std::string>(100, projectJson("1", "awarded", "Title")));
     EXPECT_TRUE(has("scrollMark"));
     EXPECT_FALSE(item("scrollMark")->property("active").toBool());
     scene->drag({200, 600}, {200, 300});
