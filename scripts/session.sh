@@ -6,6 +6,32 @@ has_session_bus() {
     [ -n "${DBUS_SESSION_BUS_ADDRESS:-}" ] || [ -S "${XDG_RUNTIME_DIR:-/nowhere}/bus" ]
 }
 
+# has_display: whether a window can be shown: somebody listens where the environment says.
+has_display() {
+    local x=${DISPLAY:-} wayland=${WAYLAND_DISPLAY:-}
+    case $x in
+    :*)
+        x=${x#:}
+        x=/tmp/.X11-unix/X${x%%.*}
+        { [ -S "$x" ] || grep -q "@$x\$" /proc/net/unix; } && return 0
+        ;;
+    ?*) return 0 ;;
+    esac
+    case $wayland in
+    '') return 1 ;;
+    /*) ;;
+    *) wayland=${XDG_RUNTIME_DIR:-/nowhere}/$wayland ;;
+    esac
+    [ -S "$wayland" ]
+}
+
+# console_runs SERVICE-FILE: whether the program of that packaged file has its name on the bus.
+console_runs() {
+    has_session_bus && dbus-send --session --print-reply --dest=org.freedesktop.DBus \
+        /org/freedesktop/DBus org.freedesktop.DBus.NameHasOwner \
+        "string:$(basename "$1" .service)" 2>/dev/null | grep -q 'boolean true'
+}
+
 # quoted TEXT: as one word of a service file's command line, which is read twice: for the file's own
 # escapes and as a shell reads words.
 quoted() {

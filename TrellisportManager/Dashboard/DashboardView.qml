@@ -25,7 +25,7 @@ Screen {
             Column {
                 id: column
 
-                x: SafeArea.left + (parent.width - SafeArea.left - SafeArea.right - width) / 2
+                x: Math.round(SafeArea.left + (parent.width - SafeArea.left - SafeArea.right - width) / 2)
                 width: Math.min(parent.width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
 
                 Item {

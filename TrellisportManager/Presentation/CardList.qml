@@ -8,7 +8,7 @@ ListView {
     id: root
 
     readonly property real columnWidth: Math.min(width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
-    readonly property real columnX: SafeArea.left + (width - SafeArea.left - SafeArea.right - columnWidth) / 2
+    readonly property real columnX: Math.round(SafeArea.left + (width - SafeArea.left - SafeArea.right - columnWidth) / 2)
     // Where the cards stand, the default inset taken off the column.
     readonly property real cardX: columnX + Metrics.inset
     readonly property real cardWidth: columnWidth - 2 * Metrics.inset
@@ -23,6 +23,8 @@ ListView {
     bottomMargin: Metrics.inset
     clip: true
     keyNavigationEnabled: false
+    // There is no current row: whenever it changed, it would take the keyboard from a field.
+    currentIndex: -1
     // Short lists too can be pulled, as everywhere on a phone.
     boundsBehavior: Flickable.DragAndOvershootBounds
     activeFocusOnTab: scrolledByKeys && count > 0

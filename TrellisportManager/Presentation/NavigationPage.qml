@@ -108,7 +108,7 @@ Rectangle {
 
         visible: root.largeTitle && y + height > bar.height
         y: bar.height - Math.max(0, root.scrolled)
-        x: SafeArea.left + (root.safeWidth - width) / 2
+        x: Math.round(SafeArea.left + (root.safeWidth - width) / 2)
         width: Math.min(root.safeWidth, Metrics.readableWidth)
         title: root.title
     }

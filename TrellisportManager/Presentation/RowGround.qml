@@ -26,17 +26,12 @@ Item {
         height: parent.height - Metrics.groupRadius
         color: root.color
     }
-    Rectangle {
+    Hairline {
         objectName: "rowSeparator"
         visible: root.separated
         anchors.left: parent.left
         anchors.leftMargin: Metrics.inset
         anchors.right: parent.right
         anchors.bottom: parent.bottom
-        // Where there is no graphics processor half a point is drawn as a whole one: that must not
-        // reach into the next row, which may lie above or below this one.
-        anchors.bottomMargin: 0.5
-        height: 0.5
-        color: Colors.separator
     }
 }

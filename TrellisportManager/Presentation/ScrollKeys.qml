@@ -59,7 +59,8 @@ Item {
         objectName: "scrollFocus"
         anchors.fill: parent
         anchors.margins: 2
-        visible: root.scrollArea.activeFocus
+        // Not while something in the area has it.
+        visible: root.Window.activeFocusItem === root.scrollArea
         color: "transparent"
         radius: 8
         border.width: 2

@@ -67,13 +67,11 @@ Rectangle {
             Accessible.ignored: opacity === 0
         }
     }
-    Rectangle {
+    Hairline {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
         visible: root.separated
-        height: 0.5
-        color: Colors.separator
         opacity: root.headlineOpacity
     }
 }

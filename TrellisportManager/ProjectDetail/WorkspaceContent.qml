@@ -12,7 +12,7 @@ Item {
     required property LinkController links
 
     readonly property real columnWidth: Math.min(width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
-    readonly property real columnX: SafeArea.left + (width - SafeArea.left - SafeArea.right - columnWidth) / 2
+    readonly property real columnX: Math.round(SafeArea.left + (width - SafeArea.left - SafeArea.right - columnWidth) / 2)
 
     WorkspaceHeader {
         id: header

@@ -33,7 +33,7 @@ Screen {
             property int lastRow: 0
             readonly property int firstSeenRow: Math.max(0, indexAt(width / 2, contentY + topMargin))
             readonly property int tabRow: Math.abs(lastRow - firstSeenRow) < 20 ? Math.min(lastRow, count - 1) : firstSeenRow
-            readonly property real columnX: SafeArea.left + (page.safeWidth - columnWidth) / 2
+            readonly property real columnX: Math.round(SafeArea.left + (page.safeWidth - columnWidth) / 2)
 
             function scrollToTop(): void {
                 cancelFlick();

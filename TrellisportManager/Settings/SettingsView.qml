@@ -28,7 +28,7 @@ Screen {
             Column {
                 id: column
 
-                x: SafeArea.left + (page.safeWidth - width) / 2
+                x: Math.round(SafeArea.left + (page.safeWidth - width) / 2)
                 width: Math.min(page.safeWidth, Metrics.readableWidth) - 2 * Metrics.inset
                 topPadding: Metrics.spacing
 

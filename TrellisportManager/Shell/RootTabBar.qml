@@ -12,15 +12,16 @@ Rectangle {
     implicitHeight: Metrics.tabBarHeight + SafeArea.bottom
     color: Colors.background
 
-    Rectangle {
+    Hairline {
         width: parent.width
-        height: 0.5
-        color: Colors.separator
     }
     T.TabBar {
         id: bar
 
-        x: SafeArea.left + (parent.width - SafeArea.left - SafeArea.right - width) / 2
+        readonly property real tabWidth: Math.round(width / 3)
+
+        // On whole points, as every symbol below must be to be sharp.
+        x: Math.round(SafeArea.left + (parent.width - SafeArea.left - SafeArea.right - width) / 2)
         width: Math.min(parent.width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
         height: Metrics.tabBarHeight
         currentIndex: root.selectedTab
@@ -36,17 +37,17 @@ Rectangle {
         }
 
         RootTabButton {
-            width: bar.width / 3
+            width: bar.tabWidth
             text: qsTr("Dashboard")
             symbol: "chart.bar.fill"
         }
         RootTabButton {
-            width: bar.width / 3
+            width: bar.tabWidth
             text: qsTr("Projects")
             symbol: "folder.fill"
         }
         RootTabButton {
-            width: bar.width / 3
+            width: bar.width - 2 * bar.tabWidth
             text: qsTr("Settings")
             symbol: "gearshape.fill"
         }

@@ -107,7 +107,8 @@ TEST(ListGroup, AHairlineInsetAtTheLeadingEdgePartsTheRowsAndNoneFollowsTheLast)
     EXPECT_TRUE(line->isVisible());
     EXPECT_EQ(colorOf(line), colors::separator());
     EXPECT_EQ(sceneRect(line).x(), sceneRect(upper).x() + 16);
-    EXPECT_NEAR(sceneRect(line).bottom(), sceneRect(upper).bottom(), 0.5);
+    EXPECT_EQ(sceneRect(line).bottom(), sceneRect(upper).bottom());
+    EXPECT_EQ(sceneRect(line).height(), 1 / scene.window().devicePixelRatio());
     QQuickItem *last = scene.item(QStringLiteral("lower"));
     EXPECT_FALSE(scene.item(QStringLiteral("rowSeparator"), last)->isVisible());
 }

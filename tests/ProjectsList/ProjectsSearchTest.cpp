@@ -68,6 +68,14 @@ TEST_F(ProjectsSearchTest, TheFieldKeepsTheKeyboardWhateverTheListBecomes)
     EXPECT_EQ(depth(), 0);
 }
 
+TEST_F(ProjectsSearchTest, TheListShowsNoRingWhileTheFieldInItHasTheKeyboard)
+{
+    showLoaded({projectJson("1", "awarded", "Title A")});
+    scene->tap(item("searchField"));
+    ASSERT_TRUE(item("searchField")->hasActiveFocus());
+    EXPECT_FALSE(has("scrollFocus"));
+}
+
 TEST_F(ProjectsSearchTest, TheFieldStandsUnderTheLargeTitleAndScrollsAway)
 {
     std::vector<std::string> projects;
