@@ -5,10 +5,15 @@
 #include "Support/InlineExecutor.h"
 #include "Support/ManualClock.h"
 
+#include <QGuiApplication>
+#include <QPalette>
 #include <QTest>
 #include <QtQml/qqmlextensionplugin.h>
 
 #include <gmock/gmock.h>
+
+#include <algorithm>
+#include <string>
 
 Q_IMPORT_QML_PLUGIN(TrellisportManager_DashboardPlugin)
 
@@ -172,6 +177,80 @@ TEST_F(DashboardViewTest, AWideWindowKeepsAReadableColumnInTheMiddle)
     const QRectF third = sceneRect(scene->item(QStringLiteral("statCard2")));
     EXPECT_EQ(first.left(), (1280 - 700) / 2 + 16);
     EXPECT_NEAR(third.right(), (1280 + 700) / 2 - 16, 0.01);
+}
+
+/// The windows of small phones, upright and lying.
+class DashboardViewSizeTest : public DashboardViewTest,
+                              public ::testing::WithParamInterface<QSize> {};
+
+TEST_P(DashboardViewSizeTest, EverythingIsWithinReachAndNothingIsCut)
+{
+    const auto scene = showLoaded(GetParam());
+    const QRectF window({}, QSizeF(GetParam()));
+    for (const QString &name : {QStringLiteral("statCard%1"), QStringLiteral("revenueCard%1")}) {
+        for (int index = 0; scene->has(name.arg(index)); ++index) {
+            QQuickItem *tile = scene->item(name.arg(index));
+            const QRectF place = sceneRect(tile);
+            EXPECT_GE(place.left(), 16) << name.arg(index).toStdString();
+            EXPECT_LE(place.right(), window.right() - 16 + 0.01) << name.arg(index).toStdString();
+            for (const char *part : {"value", "label", "title", "amount"}) {
+                for (const QQuickItem *text : scene->items(QString::fromLatin1(part), tile)) {
+                    EXPECT_TRUE(place.contains(sceneRect(text))) << textOf(text).toStdString();
+                    EXPECT_FALSE(text->property("truncated").toBool())
+                        << textOf(text).toStdString();
+                    EXPECT_LE(text->property("contentWidth").toDouble(), text->width() + 0.01)
+                        << textOf(text).toStdString();
+                }
+            }
+        }
+    }
+    // What does not fit is scrolled to.
+    QQuickItem *area = scene->item(QStringLiteral("dashboardScroll"));
+    area->setProperty("contentY",
+                      std::max(area->property("originY").toDouble(),
+                               area->property("originY").toDouble() +
+                                   area->property("contentHeight").toDouble() - area->height()));
+    (void)scene->picture();
+    EXPECT_LE(sceneRect(scene->item(QStringLiteral("revenueCard1"))).bottom(), window.bottom());
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, DashboardViewSizeTest,
+                         ::testing::Values(QSize(360, 648), QSize(844, 390), QSize(320, 568)),
+                         [](const auto &size) {
+                             return std::to_string(size.param.width()) + "x" +
+                                    std::to_string(size.param.height());
+                         });
+
+TEST_F(DashboardViewTest, APullLoadsAgainAndItsSpinnerStaysUntilTheLoadEnds)
+{
+    const auto scene = showLoaded();
+    session->hold();
+    session->queueReply(200, QByteArray(summary).replace("12,", "77,").toStdString());
+    const QPoint start(200, 300);
+    QTest::mousePress(&scene->window(), Qt::LeftButton, Qt::NoModifier, start);
+    for (int step = 1; step <= 20; ++step) {
+        QTest::mouseMove(&scene->window(), start + QPoint(0, 11 * step));
+    }
+    EXPECT_TRUE(eventually([&] { return session->requestCount() == 2; }));
+    QTest::mouseRelease(&scene->window(), Qt::LeftButton, Qt::NoModifier, start + QPoint(0, 220));
+    EXPECT_TRUE(scene->has(QStringLiteral("refreshSpinner")));
+    EXPECT_TRUE(scene->has(QStringLiteral("statCard0"))) << "the tiles stay meanwhile";
+    session->release();
+    EXPECT_TRUE(eventually([&] { return !scene->has(QStringLiteral("refreshSpinner")); }));
+    EXPECT_NE(scene->text(QStringLiteral("77")), nullptr);
+    EXPECT_EQ(session->requestCount(), 2U);
+}
+
+TEST_F(DashboardViewTest, ALightPaletteOfTheSystemChangesNothing)
+{
+    const auto picture = [&] { return showLoaded()->picture(); };
+    const QImage usual = picture();
+    const QPalette before = QGuiApplication::palette();
+    QGuiApplication::setPalette(QPalette(Qt::white));
+    const QImage underLight = picture();
+    QGuiApplication::setPalette(before);
+    EXPECT_TRUE(underLight == usual);
+    EXPECT_EQ(underLight.pixelColor(5, underLight.height() - 5), colors::background());
 }
 
 TEST_F(DashboardViewTest, TheGroundIsTheScreensBackground)

@@ -3,10 +3,16 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <netinet/in.h>
+#include <stdexcept>
 #include <string>
+#include <sys/socket.h>
 #include <thread>
+#include <unistd.h>
+#include <vector>
 
 namespace trellisport::test {
 namespace {
@@ -18,6 +24,38 @@ using platform::TransportFailure;
 constexpr std::chrono::milliseconds timeout = 1s;
 /// A byte comes well before the time is over, the whole takes several times as long.
 constexpr std::chrono::milliseconds pause = 50ms;
+
+/// A port of 127.0.0.1 whose queue of callers is full and never emptied: the system leaves
+/// everybody else who calls without an answer.
+class FullListener {
+public:
+    FullListener()
+    {
+        m_address.sin_family = AF_INET;
+        m_address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof(m_address);
+        m_sockets.push_back(socket(AF_INET, SOCK_STREAM, 0));
+        if (bind(m_sockets.front(), address(), size) != 0 || listen(m_sockets.front(), 0) != 0 ||
+            getsockname(m_sockets.front(), address(), &size) != 0) {
+            throw std::runtime_error("no port to listen on");
+        }
+        for (int caller = 0; caller < 8; ++caller) {
+            m_sockets.push_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
+            (void)connect(m_sockets.back(), address(), size);
+        }
+    }
+    FullListener(const FullListener &) = delete;
+    FullListener &operator=(const FullListener &) = delete;
+    ~FullListener() { std::for_each(m_sockets.begin(), m_sockets.end(), &close); }
+
+    [[nodiscard]] int port() const { return ntohs(m_address.sin_port); }
+
+private:
+    sockaddr *address() { return reinterpret_cast<sockaddr *>(&m_address); }
+
+    sockaddr_in m_address{};
+    std::vector<int> m_sockets;
+};
 
 class CurlSessionTimeout : public testing::Test {
 protected:
@@ -36,6 +74,16 @@ protected:
 TEST_F(CurlSessionTimeout, SilenceAfterTheRequestEndsIt)
 {
     expectTimeout([](ServerConnection &connection) { connection.hold(); });
+}
+
+TEST_F(CurlSessionTimeout, AConnectionThatIsNeverMadeEndsIt)
+{
+    const FullListener listener;
+    const auto start = std::chrono::steady_clock::now();
+    SessionProbe probe(m_session,
+                       getRequest("https://127.0.0.1:" + std::to_string(listener.port()) + "/a"));
+    EXPECT_EQ(probe.waitForFailure(), TransportFailure::TimedOut);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, timeout);
 }
 
 TEST_F(CurlSessionTimeout, SilenceInTheHandshakeEndsIt)

@@ -151,6 +151,22 @@ TEST_P(CurlSessionWrite, AnsweredWritesArriveOnceEach)
 INSTANTIATE_TEST_SUITE_P(Methods, CurlSessionWrite, testing::Values("POST", "PUT"),
                          [](const auto &method) { return method.param; });
 
+TEST(CurlSessionRead, IsSentOnceOnAFreshConnection)
+{
+    for (const auto end :
+         {&ServerConnection::close, &ServerConnection::cut, &ServerConnection::reset}) {
+        ScriptedServer server([end](ServerConnection &connection) {
+            connection.readRequest();
+            (connection.*end)();
+        });
+        CurlHttpSession session(trustingOptions());
+        SessionProbe probe(session, getRequest(server.origin() + "/a"));
+        EXPECT_EQ(probe.waitForFailure(), TransportFailure::ConnectionLost);
+        EXPECT_EQ(server.requestCount("GET "), 1);
+        EXPECT_EQ(server.connections(), 1);
+    }
+}
+
 TEST(CurlSessionRead, IsSentAgainWhenAKeptConnectionHasDied)
 {
     CurlHttpSession session(trustingOptions());

@@ -1,6 +1,7 @@
 #include "Platform/FakeDesktop.h"
 #include "Platform/Linux/LinuxEnvironment.h"
 #include "Platform/Linux/LinuxLinkOpener.h"
+#include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/QtClock.h"
 #include "Platform/Linux/ThreadPoolExecutor.h"
 #include "Platform/Platform.h"
@@ -122,6 +123,17 @@ TEST(LinuxEnvironment, AnyThreadSeesAVariableWholeOrNotAtAll)
     isOver = true;
     changing.join();
     EXPECT_EQ(others, 0);
+}
+
+TEST(HttpOptions, GiveAnExchangeSixtySecondsAndAddTheNamedAuthorities)
+{
+    qputenv("TRELLISPORT_CA_FILE", "/some/authorities.pem");
+    const CurlHttpOptions options = httpOptions(LinuxEnvironment());
+    qunsetenv("TRELLISPORT_CA_FILE");
+    EXPECT_EQ(options.timeout, 60s);
+    EXPECT_EQ(options.authorityFile, "/some/authorities.pem");
+    EXPECT_EQ(options.systemAuthorityFile, "") << "the system's own";
+    EXPECT_EQ(httpOptions(LinuxEnvironment()).authorityFile, "");
 }
 
 TEST(LinuxLinkOpener, HandsSecureAndMailAddressesOverUnchanged)

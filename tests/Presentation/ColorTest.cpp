@@ -1,7 +1,13 @@
 #include "Presentation/Color.h"
 #include "Presentation/Colors.h"
 
+#include <QMetaObject>
+#include <QVariant>
+
 #include <gtest/gtest.h>
+
+#include <map>
+#include <string>
 
 namespace trellisport {
 namespace {
@@ -64,6 +70,59 @@ TEST(Colors, HoldsTheColoursOfTheDarkScheme)
     EXPECT_EQ(colors::mutedText(), QColor(136, 136, 136));
     EXPECT_EQ(colors::accent(), QColor(59, 130, 246));
     EXPECT_EQ(colors::agentSurface(), QColor(30, 58, 95));
+}
+
+TEST(Colors, HoldsThePlatformsNamedColours)
+{
+    EXPECT_EQ(colors::white(), QColor(255, 255, 255));
+    EXPECT_EQ(colors::gray(), QColor(142, 142, 147));
+    EXPECT_EQ(colors::red(), QColor(255, 69, 58));
+    EXPECT_EQ(colors::orange(), QColor(255, 159, 10));
+    EXPECT_EQ(colors::yellow(), QColor(255, 214, 10));
+    EXPECT_EQ(colors::green(), QColor(48, 209, 88));
+    EXPECT_EQ(colors::mint(), QColor(102, 212, 207));
+    EXPECT_EQ(colors::cyan(), QColor(100, 210, 255));
+    EXPECT_EQ(colors::blue(), QColor(10, 132, 255));
+    EXPECT_EQ(colors::indigo(), QColor(94, 92, 230));
+    EXPECT_EQ(colors::purple(), QColor(191, 90, 242));
+}
+
+TEST(Colors, HoldsTheColoursOfControls)
+{
+    // At 60, 30, 60 and 24 per cent.
+    EXPECT_EQ(colors::secondaryText(), QColor(255, 255, 255, 153));
+    EXPECT_EQ(colors::placeholderText(), QColor(255, 255, 255, 77));
+    EXPECT_EQ(colors::separator(), QColor(84, 84, 88, 153));
+    EXPECT_EQ(colors::fieldFill(), QColor(118, 118, 128, 61));
+}
+
+TEST(Colors, AreTheSameInQml)
+{
+    const Colors qml;
+    const std::map<std::string, QColor> expected = {
+        {"background", colors::background()},
+        {"surface", colors::surface()},
+        {"innerSurface", colors::innerSurface()},
+        {"hairline", colors::hairline()},
+        {"dimText", colors::dimText()},
+        {"mutedText", colors::mutedText()},
+        {"accent", colors::accent()},
+        {"agentSurface", colors::agentSurface()},
+        {"white", colors::white()},
+        {"gray", colors::gray()},
+        {"red", colors::red()},
+        {"yellow", colors::yellow()},
+        {"green", colors::green()},
+        {"secondaryText", colors::secondaryText()},
+        {"placeholderText", colors::placeholderText()},
+        {"separator", colors::separator()},
+        {"fieldFill", colors::fieldFill()},
+    };
+    const QMetaObject &type = Colors::staticMetaObject;
+    EXPECT_EQ(type.propertyCount() - type.propertyOffset(), static_cast<int>(expected.size()));
+    for (const auto &[name, color] : expected) {
+        EXPECT_EQ(qml.property(name.c_str()).value<QColor>(), color) << name;
+    }
 }
 
 TEST(Colors, FadesAColourWithoutChangingIt)

@@ -199,6 +199,30 @@ TEST(ClientNetwork, AReplyWithoutABodyFailsAWriteThatArrived)
     EXPECT_EQ(fixture.server().requestCount("POST "), 1);
 }
 
+TEST(ClientNetwork, AnAnswerThatIsNoMapOfTextsFailsAWriteThatArrived)
+{
+    for (const char *body : {R"({"ok":true})", R"({"count":1})", R"({"a":null})", "[]", ""}) {
+        ClientFixture fixture(answering(200, body));
+        EXPECT_EQ(fate(fixture.api().answerDecision("p", "d", "yes")), "decoding") << body;
+        EXPECT_EQ(fate(fixture.api().updateConfig({})), "decoding") << body;
+        EXPECT_EQ(fate(fixture.api().registerDevice("00")), "decoding") << body;
+        EXPECT_EQ(fixture.server().requestCount("POST "), 2);
+        EXPECT_EQ(fixture.server().requestCount("PUT "), 1);
+    }
+}
+
+TEST(ClientNetwork, TextThatCannotBeEncodedIsNotSent)
+{
+    ClientFixture fixture(answering(200, "{}"));
+    EXPECT_EQ(fate(fixture.api().answerDecision("p", "d", "cut \xf0\x9f")), "encoding");
+    EXPECT_EQ(fate(fixture.api().updateConfig({{"max_daily_bids", "\xff"}})), "encoding");
+    EXPECT_EQ(fate(fixture.api().updateConfig({{"\xff", "5"}})), "encoding");
+    EXPECT_EQ(fate(fixture.api().registerDevice("\x80")), "encoding");
+    // The body is made before the address is looked at.
+    EXPECT_EQ(fate(fixture.api().answerDecision("p p", "d", "\xff")), "encoding");
+    EXPECT_EQ(fixture.server().connections(), 0);
+}
+
 TEST(ClientNetwork, OneBadElementFailsTheList)
 {
     const ClientFixture fixture(answering(200, R"([{"id":"1","title":"a"},{"title":"b"}])"));

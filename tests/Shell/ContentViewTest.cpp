@@ -5,6 +5,8 @@
 #include "Support/NotificationsBench.h"
 
 #include <QAccessible>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -154,9 +156,18 @@ TEST_F(ContentViewTest, ChoosingTheChosenTabAgainChangesNothing)
     EXPECT_EQ(colorOf(scene.items(QStringLiteral("symbol")).first()), colors::accent());
 }
 
-TEST_F(ContentViewTest, TheGroundIsDarkWhateverTheSystemPrefers)
+TEST_F(ContentViewTest, TheSchemeIsDarkWhateverTheSystemPrefers)
 {
     EXPECT_EQ(scene.colorAt({195, 400}), colors::background());
+    const QImage usual = scene.picture();
+
+    const QPalette before = QGuiApplication::palette();
+    QGuiApplication::setPalette(QPalette(Qt::white));
+    EXPECT_TRUE(scene.picture() == usual) << "when the palette changes";
+    QmlScene later{QByteArray(content),
+                   {{QStringLiteral("viewModel"), QVariant::fromValue(&model)}}};
+    EXPECT_TRUE(later.picture() == usual) << "when it was light from the start";
+    QGuiApplication::setPalette(before);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
 #include "Platform/Linux/AuthorityFile.h"
-#include "Platform/Linux/CurlHttpSession.h"
 
 namespace trellisport::platform {
 
@@ -13,6 +12,11 @@ std::string authorityFile(const Environment &environment)
 }
 
 } // namespace
+
+CurlHttpOptions httpOptions(const Environment &environment)
+{
+    return {.authorityFile = authorityFile(environment)};
+}
 
 Platform &Platform::current()
 {
@@ -30,10 +34,8 @@ std::shared_ptr<HttpSession> LinuxPlatform::httpSession()
 {
     // Made after the network library is set up and so gone before the library is taken down: at
     // the end of the process its thread must not be left running in there.
-    static const auto session =
-        std::make_shared<CountingHttpSession>(std::make_shared<CurlHttpSession>(CurlHttpOptions{
-                                                  .authorityFile = authorityFile(m_environment)}),
-                                              m_writes);
+    static const auto session = std::make_shared<CountingHttpSession>(
+        std::make_shared<CurlHttpSession>(httpOptions(m_environment)), m_writes);
     return session;
 }
 

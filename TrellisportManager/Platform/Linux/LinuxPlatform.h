@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/CurlHttpSession.h"
 #include "Platform/Linux/IcuTextRules.h"
 #include "Platform/Linux/LinuxEnvironment.h"
 #include "Platform/Linux/LinuxLinkOpener.h"
@@ -17,6 +18,9 @@
 #include <optional>
 
 namespace trellisport::platform {
+
+/// How the application's exchanges are made. Any thread.
+[[nodiscard]] CurlHttpOptions httpOptions(const Environment &environment);
 
 /// The parts that cost something are made on first use, on whichever thread that is.
 class LinuxPlatform final : public Platform {
