@@ -10,11 +10,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace trellisport::test {
 
 namespace {
 
+/// Where warnings go: to the scene that was made last. Scenes end in the opposite order.
 QStringList *currentWarnings = nullptr;
 QtMessageHandler formerHandler = nullptr;
 
@@ -83,8 +85,10 @@ QmlScene::QmlScene(const QByteArray &qml, const QVariantMap &properties, QSize s
 
 void QmlScene::show(QQmlComponent &component, const QVariantMap &properties, QSize size)
 {
-    currentWarnings = &m_warnings;
-    formerHandler = qInstallMessageHandler(collectWarnings);
+    m_outerWarnings = std::exchange(currentWarnings, &m_warnings);
+    if (m_outerWarnings == nullptr) {
+        formerHandler = qInstallMessageHandler(collectWarnings);
+    }
     m_window.setColor(Qt::black);
     m_window.resize(size);
     std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
@@ -106,8 +110,10 @@ void QmlScene::show(QQmlComponent &component, const QVariantMap &properties, QSi
 QmlScene::~QmlScene()
 {
     m_root.reset();
-    qInstallMessageHandler(formerHandler);
-    currentWarnings = nullptr;
+    currentWarnings = m_outerWarnings;
+    if (m_outerWarnings == nullptr) {
+        qInstallMessageHandler(formerHandler);
+    }
     EXPECT_TRUE(m_warnings.isEmpty())
         << "warned: " << m_warnings.join(QLatin1Char('\n')).toStdString();
 }

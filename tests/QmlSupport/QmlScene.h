@@ -24,7 +24,8 @@ inline void PrintTo(const QString &text, std::ostream *stream)
 
 namespace trellisport::test {
 
-/// One QML type of the application in a window of its own, to be read and touched by a test.
+/// One QML type of the application in a window of its own, to be read and touched by a test. Scenes
+/// that live at the same time end in the opposite order of their making.
 class QmlScene {
 public:
     /// Makes TrellisportManager.<module>.<type> and fills the window with it. Reports a test
@@ -71,6 +72,7 @@ private:
     QQuickWindow m_window;
     std::unique_ptr<QQuickItem> m_root;
     QStringList m_warnings;
+    QStringList *m_outerWarnings = nullptr; ///< of the scene within whose life this one is made
 };
 
 /// The item's rectangle in the window.
