@@ -30,6 +30,23 @@ std::string joined(std::initializer_list<std::string_view> pieces)
     return text;
 }
 
+TEST(TextSearch, FindsPartsOfEveryLengthAtEveryPlace)
+{
+    const IcuTextRules rules("en");
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    for (std::size_t size = 1; size <= letters.size(); ++size) {
+        const std::string text = letters.substr(0, size);
+        for (std::size_t place = 0; place < size; ++place) {
+            for (std::size_t length = 1; length <= size - place; ++length) {
+                std::string part = text.substr(place, length);
+                ASSERT_TRUE(rules.search(part)->isIn(text)) << part << " in " << text;
+                part.insert(part.size() / 2, 1, '-');
+                ASSERT_FALSE(rules.search(part)->isIn(text)) << part << " in " << text;
+            }
+        }
+    }
+}
+
 TEST(TextSearch, FindsPartAtStartMiddleAndEnd)
 {
     EXPECT_TRUE(contains("Build a web shop", "Build"));

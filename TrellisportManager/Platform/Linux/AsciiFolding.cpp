@@ -31,6 +31,13 @@ std::uint64_t lowercased(std::uint64_t word, bool keepI)
     return word | (isUpper >> 2);
 }
 
+bool isAsciiWord(const char *bytes)
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, wordSize);
+    return (word & everyByte(0x80)) == 0;
+}
+
 /// The first bytes of the code points beyond ASCII that fold to ASCII alone, and the second ones.
 constexpr std::array<std::pair<unsigned char, unsigned char>, 9> disguises = {{
     {0xc3, 0x9f}, // sharp s
@@ -79,6 +86,10 @@ bool copyAsciiLowercased(std::string_view text, char *out, bool keepI)
 bool mayFoldToAscii(std::string_view text)
 {
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+        // Most bytes are ASCII even here.
+        while (text.size() - i > wordSize && isAsciiWord(text.data() + i)) {
+            i += wordSize;
+        }
         const auto first = static_cast<unsigned char>(text[i]);
         if (beginsDisguise[first]) {
             const auto second = static_cast<unsigned char>(text[i + 1]);

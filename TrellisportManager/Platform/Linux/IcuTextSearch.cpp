@@ -8,6 +8,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -24,12 +25,54 @@ bool isWithinLineEnd(char before, char after)
     return before == '\r' && after == '\n';
 }
 
+constexpr std::size_t blockSize = sizeof(std::uint64_t);
+
+constexpr std::uint64_t everyByte(char byte)
+{
+    return ~std::uint64_t{0} / 0xff * static_cast<unsigned char>(byte);
+}
+
+std::uint64_t blockAt(const char *bytes)
+{
+    std::uint64_t block = 0;
+    std::memcpy(&block, bytes, blockSize);
+    return block;
+}
+
+/// Whether the part's first byte and, that far behind it, its last stand anywhere in the block that
+/// begins here.
+bool mayBeginWithin(const char *block, std::string_view part)
+{
+    const std::uint64_t differs = (blockAt(block) ^ everyByte(part.front())) |
+                                  (blockAt(block + part.size() - 1) ^ everyByte(part.back()));
+    return ((differs - everyByte(1)) & ~differs & everyByte('\x80')) != 0; // a byte of it is zero
+}
+
+/// Where the part begins in the text, at the offset or behind it. Titles are short: the library's
+/// searches take longer to get going than this takes to end.
 std::size_t find(std::string_view text, std::string_view part, std::size_t from)
 {
-    // Several times as fast as std::string_view's where the first byte is a frequent one.
-    const void *found = memmem(text.data() + from, text.size() - from, part.data(), part.size());
-    return found ? static_cast<std::size_t>(static_cast<const char *>(found) - text.data())
-                 : std::string_view::npos;
+    if (text.size() - from < part.size()) {
+        return std::string_view::npos;
+    }
+    const std::size_t end = text.size() - part.size() + 1; // of the places where it may begin
+    for (std::size_t place = from; place < end; place += blockSize) {
+        std::size_t blockEnd = end;
+        if (end - from >= blockSize) {
+            place = std::min(place, end - blockSize); // the last one may overlap the one before
+            blockEnd = place + blockSize;
+            if (!mayBeginWithin(text.data() + place, part)) {
+                continue;
+            }
+        }
+        for (std::size_t at = place; at < blockEnd; ++at) {
+            if (text[at] == part.front() &&
+                std::memcmp(text.data() + at, part.data(), part.size()) == 0) {
+                return at;
+            }
+        }
+    }
+    return std::string_view::npos;
 }
 
 UChar32 nextOfAnyLength(std::string_view text, std::size_t &offset)
