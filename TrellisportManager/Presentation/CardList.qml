@@ -27,7 +27,7 @@ ListView {
     currentIndex: -1
     // Short lists too can be pulled, as everywhere on a phone.
     boundsBehavior: Flickable.DragAndOvershootBounds
-    activeFocusOnTab: scrolledByKeys && count > 0
+    activeFocusOnTab: scrolledByKeys && keys.scrolls
 
     Accessible.role: Accessible.List
 

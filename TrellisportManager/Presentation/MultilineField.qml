@@ -86,6 +86,9 @@ KeptInView {
             Keys.priority: Keys.BeforeItem
             Keys.onTabPressed: root.tabbed(true)
             Keys.onBacktabPressed: root.tabbed(false)
+            // Escape leaves the field first; what is typed must not go with the page around it.
+            Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
+            Keys.onEscapePressed: area.focus = false
 
             Accessible.name: root.placeholder
 

@@ -17,6 +17,8 @@ T.TabButton {
     opacity: down ? 0.5 : 1
     containmentMask: parts
 
+    Accessible.selectable: true
+    Accessible.selected: control.checked
     Accessible.onPressAction: control.clicked()
     Accessible.onToggleAction: control.clicked()
     Keys.onReturnPressed: control.clicked()

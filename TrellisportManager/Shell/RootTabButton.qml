@@ -21,6 +21,8 @@ T.TabButton {
             control.toggle();
     }
 
+    Accessible.selectable: true
+    Accessible.selected: control.checked
     Accessible.onPressAction: control.choose()
     Accessible.onToggleAction: control.choose()
     Keys.onReturnPressed: control.choose()

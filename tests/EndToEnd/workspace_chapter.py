@@ -119,7 +119,10 @@ def run(console, service, project):
 
 
 def run_back(console, project):
-    go_back(console)
+    console.swipe_back()
+    console.wait_for("a swipe from the edge leads back to the list",
+                     lambda seen: seen.has("text", projects_chapter.SEARCH))
+    console.look_at_rest()
     check_equal("the search after going back", console.field_text(projects_chapter.SEARCH),
                 project["title"][:20])
     check_equal("the project after going back", [

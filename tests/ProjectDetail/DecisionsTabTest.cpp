@@ -1,6 +1,7 @@
 #include "QmlSupport/FakeInputMethod.h"
 #include "WorkspaceScene.h"
 
+#include <QAccessible>
 #include <QTest>
 
 #include <algorithm>
@@ -184,15 +185,57 @@ TEST_F(DecisionsTabTest, WhatIsStillBeingComposedIsSentToo)
 TEST_F(DecisionsTabTest, TheEditorBetweenTwoThatChangeKeepsTheKeyboard)
 {
     showDecisions(threePending, {390, 1200});
+    type(0, "this");
+    session->queueReply(200, "{}", "/answer");
+    session->queueReply(200, secondPending, "/decisions");
+    session->hold();
+    scene->tap(button(0));
     type(1, "half an ");
     QQuickItem *typedIn = field(1);
-    session->queueReply(200, secondPending, "/decisions");
-    scene->root()->setVisible(false);
-    scene->root()->setVisible(true);
+    session->release();
     ASSERT_TRUE(eventually([&] { return items("answerField").size() == 1; }));
     EXPECT_EQ(field(0), typedIn);
-    typedIn->forceActiveFocus();
-    EXPECT_EQ(textOf(field(0)), u"half an ");
+    EXPECT_TRUE(typedIn->hasActiveFocus());
+    QTest::keyClick(&scene->window(), 'h');
+    EXPECT_EQ(textOf(field(0)), u"half an h");
+}
+
+TEST_F(DecisionsTabTest, EscapeLeavesTheFieldAndKeepsWhatIsTyped)
+{
+    showDecisions(threePending);
+    type(0, "this");
+    QTest::keyClick(&scene->window(), Qt::Key_Escape);
+    EXPECT_FALSE(field(0)->hasActiveFocus());
+    EXPECT_EQ(textOf(field(0)), u"this");
+}
+
+TEST_F(DecisionsTabTest, TheKeyboardReachesAnEditorFarBelowAnsweredDecisions)
+{
+    std::string decisions = "[";
+    for (int number = 0; number < 200; ++number) {
+        decisions += R"({"id":"a)" + std::to_string(number) +
+                     R"(","question":"Which?","status":"answered","answer":"this"},)";
+    }
+    showDecisions(decisions + R"({"id":"last","question":"When?","status":"pending"}])");
+    scene->item(QStringLiteral("list"))->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(&scene->window(), Qt::Key_Down);
+    EXPECT_GT(scene->item(QStringLiteral("list"))->property("contentY").toDouble(), 0);
+    QTest::keyClick(&scene->window(), Qt::Key_Tab);
+    ASSERT_TRUE(eventually([&] { return items("answerField").size() == 1; }));
+    EXPECT_TRUE(eventually([&] { return field(0)->hasActiveFocus(); }));
+}
+
+TEST_F(DecisionsTabTest, AScreenReaderHearsWhichQuestionAnEditorIsFor)
+{
+    showDecisions(threePending, {390, 1200});
+    const auto *button2 = QAccessible::queryAccessibleInterface(button(2));
+    EXPECT_EQ(button2->text(QAccessible::Description), u"Where?");
+    QAccessibleInterface *around = QAccessible::queryAccessibleInterface(field(1))->parent();
+    while (around != nullptr && around->role() != QAccessible::Grouping) {
+        around = around->parent();
+    }
+    ASSERT_NE(around, nullptr);
+    EXPECT_EQ(around->text(QAccessible::Name), u"When?");
 }
 
 TEST_F(DecisionsTabTest, InAWindowThatShrinksForTheKeyboardFieldAndButtonStayInView)

@@ -6,6 +6,8 @@ KeptInView {
     id: root
 
     property alias text: field.text
+    // What is answered here, for whom the editors sound alike.
+    property string question
     signal typed(string text)
     signal submitted
     // The keyboard leaves the editor at its end, or at its beginning.
@@ -51,6 +53,7 @@ KeptInView {
         Keys.onTabPressed: root.tabbed(button, true)
         Keys.onBacktabPressed: field.field.forceActiveFocus(Qt.BacktabFocusReason)
         Accessible.name: text
+        Accessible.description: root.question
 
         background: Rectangle {
             objectName: "submitGround"

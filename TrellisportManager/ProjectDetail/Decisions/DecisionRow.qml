@@ -34,6 +34,10 @@ CardRow {
         (editor.item as DecisionEditor)?.takeFocus(forward);
     }
 
+    // The editors of all cards sound alike; the card says what they are for.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: question
+
     outlineColor: isPending ? Colors.faded(Colors.yellow, 0.5) : Colors.hairline
     contentHeight: {
         if (showsEditor)
@@ -106,6 +110,7 @@ CardRow {
 
         DecisionEditor {
             text: root.typedAnswer
+            question: root.question
             onTyped: text => root.typed(text)
             onSubmitted: root.submitted()
             onTabbed: (from, forward) => root.tabbed(from, forward)

@@ -37,7 +37,8 @@ ListScreen {
     model: viewModel
     emptyText: qsTr("No decisions requested")
     list.Accessible.name: qsTr("Decisions")
-    list.scrolledByKeys: false
+    // The first editor may be far below what is seen, and not exist yet.
+    list.Keys.onTabPressed: root.moveFocus(root.list, -1, true)
     list.bottomMargin: Metrics.inset + avoidance.coveredBelow
     delegate: DecisionRow {
         id: row

@@ -155,6 +155,13 @@ class Console:
         # Lifted sooner, the finger would make the content fly on.
         self._xdotool("mousemove", x, from_y, "mousedown", 1, *path, "sleep", 0.15, "mouseup", 1)
 
+    def swipe_back(self):
+        """A finger that goes from the leading edge to beyond the middle."""
+        y = self._desk.height // 2
+        path = [word for part in range(1, 9)
+                for word in ("mousemove", 2 + self._desk.width * part // 10, y, "sleep", 0.015)]
+        self._xdotool("mousemove", 2, y, "mousedown", 1, *path, "mouseup", 1)
+
     def wheel_up(self, y):
         """A good turn of the wheel over the content at that height."""
         self._xdotool("mousemove", self._desk.width - 4, y,
