@@ -21,7 +21,7 @@ using platform::TransportFailure;
 namespace {
 
 /// Replies up to this size are decoded where they arrive, in less time than handing them on takes.
-constexpr std::size_t smallReply = 16 * 1024;
+constexpr std::size_t smallReply = std::size_t{16} << 10;
 
 template <typename T>
 using Outcome = std::variant<T, std::exception_ptr>;
