@@ -167,6 +167,22 @@ TEST(CurlSessionRead, IsSentOnceOnAFreshConnection)
     }
 }
 
+TEST(CurlSessionRead, ReachesTheServerOnceThoughItClosesAfterEachReply)
+{
+    CurlHttpSession session(trustingOptions());
+    ScriptedServer server([](ServerConnection &connection) {
+        connection.readRequest();
+        connection.send(ScriptedServer::replyBytes(200, "{}"));
+        connection.close();
+    });
+    for (int i = 0; i < 3; ++i) {
+        SessionProbe probe(session, getRequest(server.origin() + "/a"));
+        EXPECT_EQ(probe.waitForReply().status, 200);
+        EXPECT_TRUE(waitUntil([&] { return server.openConnections() == 0; }));
+    }
+    EXPECT_EQ(server.requestCount(), 3);
+}
+
 TEST(CurlSessionRead, IsSentAgainWhenAKeptConnectionHasDied)
 {
     CurlHttpSession session(trustingOptions());
