@@ -113,6 +113,13 @@ TEST(TextSearch, OrderOfMarksThatDoNotMeetDoesNotCount)
     EXPECT_FALSE(contains("Vie\u0302\u0323t", "vi\u00ea"));
 }
 
+TEST(TextSearch, MarksOutOfOrderElsewhereDoNotHideAPart)
+{
+    EXPECT_TRUE(contains("Vie\u0302\u0323t t\u0338\u0323K", "t\u0338\u0323k"));
+    EXPECT_TRUE(contains("\u00ea\u0323", "\u1ec7")) << "the part does not begin like the text";
+    EXPECT_FALSE(contains("Vie\u0302\u0323t t\u0338\u0323K", "t\u0338k"));
+}
+
 TEST(TextSearch, FindsWholeCharactersOnly)
 {
     EXPECT_FALSE(contains("cafe\u0301", "e"));
@@ -220,6 +227,34 @@ TEST(TextSearch, FindsPartAtEveryOffsetBesideOtherScripts)
         EXPECT_TRUE(search->isIn(joined({ascii, "заказ 42", ascii}))) << length;
         EXPECT_TRUE(search->isIn(joined({ascii, "é", ascii, "ЗАКАЗ 42"}))) << length;
         EXPECT_FALSE(search->isIn(joined({ascii, "заказ 4", ascii}))) << length;
+    }
+}
+
+TEST(TextSearch, FindsPartsOfManyScriptsAtEveryPlace)
+{
+    struct Sample {
+        const char *part;
+        const char *written; ///< the same in another case or spelling
+        const char *other;   ///< of the same letters, but not the part
+    };
+    const IcuTextRules rules("en");
+    for (const Sample &sample :
+         {Sample{"заказ", "ЗАКАЗ", "казаз"}, Sample{"été", "E\u0301T\u00c9", "te\u0301e\u0301"},
+          Sample{"straße", "STRASSE", "strase"}, Sample{"विकास", "विकास", "सकावि"},
+          Sample{"프로젝트", "\u1111\u1173로젝트", "로프젝트"},
+          Sample{"集成项目", "集成项目", "成集项目"}, Sample{"がぎ", "か\u3099き\u3099", "かぎ"},
+          Sample{"trực", "TRỰC", "trứcu"}, Sample{"☕ café", "☕ CAFE\u0301", "☕ cafe"},
+          Sample{"𐐨𐐩", "𐐀𐐁", "𐐩𐐨"}}) {
+        const auto search = rules.search(sample.part);
+        for (std::size_t length = 0; length < 40; ++length) {
+            const std::string before(length, 'x');
+            EXPECT_TRUE(search->isIn(joined({before, " ", sample.written})))
+                << sample.part << length;
+            EXPECT_TRUE(search->isIn(joined({sample.other, before, " ", sample.written, " ж"})))
+                << sample.part << length;
+            EXPECT_FALSE(search->isIn(joined({before, " ", sample.other, " ж"})))
+                << sample.part << length;
+        }
     }
 }
 

@@ -83,8 +83,31 @@ bool copyAsciiLowercased(std::string_view text, char *out, bool keepI)
     return (all & everyByte(0x80)) == 0;
 }
 
+bool isAsciiAlone(std::string_view text)
+{
+    std::uint64_t all = 0;
+    std::size_t offset = 0;
+    for (; offset + wordSize <= text.size(); offset += wordSize) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, text.data() + offset, wordSize);
+        all |= word;
+    }
+    for (; offset < text.size(); ++offset) {
+        all |= static_cast<unsigned char>(text[offset]);
+    }
+    return (all & everyByte(0x80)) == 0;
+}
+
 bool mayFoldToAscii(std::string_view text)
 {
+    // Most texts have none of the first bytes; to look for these alone needs no branches.
+    unsigned begins = 0;
+    for (const char byte : text) {
+        begins |= static_cast<unsigned>(beginsDisguise[static_cast<unsigned char>(byte)]);
+    }
+    if (begins == 0) {
+        return false;
+    }
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         // Most bytes are ASCII even here.
         while (text.size() - i > wordSize && isAsciiWord(text.data() + i)) {

@@ -10,6 +10,8 @@ namespace trellisport::platform {
 /// eight bytes. Whether the text is ASCII throughout.
 [[nodiscard]] bool copyAsciiLowercased(std::string_view text, char *out, bool keepI);
 
+[[nodiscard]] bool isAsciiAlone(std::string_view text);
+
 [[nodiscard]] inline bool isAscii(char c)
 {
     return (static_cast<unsigned char>(c) & 0x80) == 0;

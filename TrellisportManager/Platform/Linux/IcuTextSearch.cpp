@@ -1,11 +1,11 @@
 #include "Platform/Linux/IcuTextSearch.h"
 
 #include "Platform/Linux/AsciiFolding.h"
+#include "Platform/Linux/Utf8.h"
 
 #include <unicode/bytestream.h>
 #include <unicode/normalizer2.h>
 #include <unicode/utext.h>
-#include <unicode/utf8.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -18,6 +18,9 @@ namespace {
 
 /// In Turkish it makes another letter of the capital I before it.
 constexpr UChar32 dotAbove = 0x307;
+
+/// What stands for damaged bytes, in UTF-8.
+constexpr std::string_view replacement = "\ufffd";
 
 /// CR LF is one character.
 bool isWithinLineEnd(char before, char after)
@@ -75,31 +78,6 @@ std::size_t find(std::string_view text, std::string_view part, std::size_t from)
     return std::string_view::npos;
 }
 
-UChar32 nextOfAnyLength(std::string_view text, std::size_t &offset)
-{
-    const auto *bytes = reinterpret_cast<const std::uint8_t *>(text.data());
-    UChar32 codePoint = 0;
-    U8_NEXT_OR_FFFD(bytes, offset, text.size(), codePoint);
-    return codePoint;
-}
-
-/// The code point at the offset, which moves behind it.
-inline UChar32 next(std::string_view text, std::size_t &offset)
-{
-    // One byte and two are most of what there is.
-    const auto first = static_cast<std::uint8_t>(text[offset]);
-    if (first < 0x80) {
-        ++offset;
-        return first;
-    }
-    if (first >= 0xc2 && first < 0xe0 && text.size() - offset > 1 &&
-        U8_IS_TRAIL(text[offset + 1])) {
-        offset += 2;
-        return ((first & 0x1f) << 6) | (text[offset - 1] & 0x3f);
-    }
-    return nextOfAnyLength(text, offset);
-}
-
 std::string composed(std::string_view text)
 {
     UErrorCode status = U_ZERO_ERROR;
@@ -126,7 +104,7 @@ public:
     [[nodiscard]] bool reach(std::size_t foldedOffset)
     {
         while (m_foldedOffset < foldedOffset) {
-            m_last = next(m_text, m_offset);
+            m_last = nextCodePoint(m_text, m_offset);
             m_foldedOffset += m_table.entry(m_last).size;
         }
         return m_foldedOffset == foldedOffset;
@@ -160,13 +138,12 @@ bool IcuTextSearch::isIn(std::string_view text)
     if (m_part.empty() || text.empty()) {
         return false;
     }
-    switch (lookForAscii(text)) {
-    case Finding::Held:
-        return true;
-    case Finding::NotHeld:
-        return false;
-    case Finding::Unclear:
-        break;
+    Finding finding = m_isPartAscii ? lookForAscii(text) : Finding::Unclear;
+    if (finding == Finding::Unclear) {
+        finding = look(text);
+    }
+    if (finding != Finding::Unclear) {
+        return finding == Finding::Held;
     }
     if (fold(text)) {
         return isFoldedPartIn(text);
@@ -195,11 +172,6 @@ bool IcuTextSearch::foldAscii(std::string_view text)
 IcuTextSearch::Finding IcuTextSearch::lookForAscii(std::string_view text)
 {
     const bool isTextAscii = foldAscii(text);
-    if (!m_isPartAscii) {
-        const bool canHold =
-            !isTextAscii || (m_table->isTurkic() && text.find('I') != std::string_view::npos);
-        return canHold ? Finding::Unclear : Finding::NotHeld;
-    }
     const std::string_view folded(m_folded.data(), m_foldedSize);
     for (std::size_t from = 0; from < folded.size();) {
         const std::size_t start = find(folded, m_part, from);
@@ -220,6 +192,68 @@ IcuTextSearch::Finding IcuTextSearch::lookForAscii(std::string_view text)
     return isTextAscii || !mayFoldToAscii(text) ? Finding::NotHeld : Finding::Unclear;
 }
 
+IcuTextSearch::Finding IcuTextSearch::look(std::string_view text)
+{
+    // In Turkish the capital I is that of a letter beyond ASCII.
+    if (!m_isPartAscii && !m_table->isTurkic() && isAsciiAlone(text)) {
+        return Finding::NotHeld;
+    }
+    if (m_part.starts_with(replacement)) {
+        return Finding::Unclear;
+    }
+    if (!m_scan) {
+        m_scan.emplace(m_table, m_part);
+    }
+    if (!m_scan->begin(text)) {
+        return Finding::NotHeld;
+    }
+    for (std::size_t at = m_scan->nextBeginning(0); at != FoldScan::none;
+         at = m_scan->nextBeginning(at + 1)) {
+        if (isPartAt(text, at)) {
+            return Finding::Held;
+        }
+    }
+    return isInOrder(text) ? Finding::NotHeld : Finding::Unclear;
+}
+
+bool IcuTextSearch::isInOrder(std::string_view text)
+{
+    for (std::size_t at = m_scan->nextMark(0); at != FoldScan::none;
+         at = m_scan->nextMark(at + 1)) {
+        std::size_t end = at;
+        const UChar32 codePoint = nextCodePoint(text, end);
+        const std::uint8_t markClass = m_table->entry(codePoint).firstClass;
+        if (markClass != 0 && (m_table->entry(codePointBefore(text, at)).lastClass > markClass ||
+                               (m_table->isTurkic() && codePoint == dotAbove))) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool IcuTextSearch::isPartAt(std::string_view text, std::size_t offset)
+{
+    std::size_t end = offset;
+    UChar32 last = 0;
+    for (std::size_t done = 0; done < m_part.size();) {
+        if (end == text.size()) {
+            return false;
+        }
+        last = nextCodePoint(text, end);
+        const IcuFoldTable::Entry &entry = m_table->entry(last);
+        if (entry.size > m_part.size() - done) {
+            return false;
+        }
+        // A few bytes: calling for their comparison would take longer than comparing them.
+        for (std::size_t i = 0; i < entry.size; ++i, ++done) {
+            if (entry.bytes[i] != m_part[done]) {
+                return false;
+            }
+        }
+    }
+    return isBoundary(text, offset, codePointBefore(text, offset)) && isBoundary(text, end, last);
+}
+
 bool IcuTextSearch::fold(std::string_view text)
 {
     reserve(text.size());
@@ -228,7 +262,7 @@ bool IcuTextSearch::fold(std::string_view text)
     bool inOrder = true;
     bool isPlain = true;
     for (std::size_t offset = 0; offset < text.size();) {
-        const UChar32 codePoint = next(text, offset);
+        const UChar32 codePoint = nextCodePoint(text, offset);
         const IcuFoldTable::Entry &entry = m_table->entry(codePoint);
         std::memcpy(out, entry.bytes.data(), sizeof(entry.bytes));
         out += entry.size;
@@ -258,7 +292,8 @@ bool IcuTextSearch::isFoldedPartIn(std::string_view text)
             return false;
         }
         if (toStart.reach(start) && toEnd.reach(start + m_part.size()) &&
-            isBoundary(text, toStart) && isBoundary(text, toEnd)) {
+            isBoundary(text, toStart.offset(), toStart.last()) &&
+            isBoundary(text, toEnd.offset(), toEnd.last())) {
             return true;
         }
         from = start + 1;
@@ -266,14 +301,14 @@ bool IcuTextSearch::isFoldedPartIn(std::string_view text)
     return false;
 }
 
-bool IcuTextSearch::isBoundary(std::string_view text, const Walk &walk)
+bool IcuTextSearch::isBoundary(std::string_view text, std::size_t offset, UChar32 before)
 {
-    const std::size_t offset = walk.offset();
     if (offset == 0 || offset == text.size()) {
         return true;
     }
     std::size_t after = offset;
-    if (m_table->entry(walk.last()).standsAlone && m_table->entry(next(text, after)).standsAlone) {
+    if (m_table->entry(before).standsAlone &&
+        m_table->entry(nextCodePoint(text, after)).standsAlone) {
         return true;
     }
     UErrorCode status = U_ZERO_ERROR;
