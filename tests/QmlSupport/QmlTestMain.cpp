@@ -1,3 +1,5 @@
+#include "Support/FakeHttpSession.h"
+
 #include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
 #include <private/qguiapplication_p.h>
@@ -16,5 +18,7 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     // Controls tell their names only once somebody listens.
     QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
-    return RUN_ALL_TESTS();
+    const int status = RUN_ALL_TESTS();
+    trellisport::test::FakeHttpSession::endAll();
+    return status;
 }

@@ -1,6 +1,7 @@
 #include "Support/FakeHttpSession.h"
 
 #include <algorithm>
+#include <set>
 #include <utility>
 
 namespace trellisport::test {
@@ -64,14 +65,52 @@ private:
     std::shared_ptr<Call> m_call;
 };
 
+namespace {
+
+/// All sessions that are there.
+struct Sessions {
+    std::mutex mutex;
+    std::set<FakeHttpSession *> all;
+
+    static Sessions &shared()
+    {
+        static auto *sessions = new Sessions;
+        return *sessions;
+    }
+};
+
+} // namespace
+
 FakeHttpSession::FakeHttpSession()
     : m_state(std::make_shared<State>())
     , m_thread([state = m_state] { state->work(); })
 {
+    const std::lock_guard lock(Sessions::shared().mutex);
+    Sessions::shared().all.insert(this);
 }
 
 FakeHttpSession::~FakeHttpSession()
 {
+    {
+        const std::lock_guard lock(Sessions::shared().mutex);
+        Sessions::shared().all.erase(this);
+    }
+    end();
+}
+
+void FakeHttpSession::endAll()
+{
+    const std::lock_guard lock(Sessions::shared().mutex);
+    for (FakeHttpSession *session : Sessions::shared().all) {
+        session->end();
+    }
+}
+
+void FakeHttpSession::end()
+{
+    if (!m_thread.joinable()) {
+        return;
+    }
     {
         const std::lock_guard lock(m_state->mutex);
         m_state->ends = true;

@@ -55,6 +55,10 @@ public:
     /// How many exchanges were cancelled before their reply arrived.
     [[nodiscard]] std::size_t cancelled() const;
 
+    /// Ends every session that a call under way still holds: for the end of a test program, while
+    /// which no reply may be decoded any more.
+    static void endAll();
+
 private:
     struct Answer {
         std::string urlEnd;
@@ -65,6 +69,7 @@ private:
     struct State;
 
     void queue(Answer answer);
+    void end();
 
     std::shared_ptr<State> m_state;
     std::thread m_thread;

@@ -10,11 +10,11 @@ namespace trellisport::test {
 class InlineExecutor : public platform::Executor {
 public:
     /// One for all tests of a program: a call that a test leaves under way may still want it when
-    /// the test has ended.
+    /// the test has ended, and even while the program ends. So it is never destroyed.
     static InlineExecutor &shared()
     {
-        static InlineExecutor executor;
-        return executor;
+        static auto *executor = new InlineExecutor;
+        return *executor;
     }
     void run(std::function<void()> work) override { work(); }
 };

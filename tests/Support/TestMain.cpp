@@ -1,3 +1,5 @@
+#include "Support/FakeHttpSession.h"
+
 #include <QCoreApplication>
 
 #include <gmock/gmock.h>
@@ -6,5 +8,7 @@ int main(int argc, char *argv[])
 {
     ::testing::InitGoogleMock(&argc, argv);
     const QCoreApplication application(argc, argv);
-    return RUN_ALL_TESTS();
+    const int status = RUN_ALL_TESTS();
+    trellisport::test::FakeHttpSession::endAll();
+    return status;
 }

@@ -59,8 +59,15 @@ CurlHttpSession::CurlHttpSession(CurlHttpOptions options)
 
 CurlHttpSession::~CurlHttpSession()
 {
-    m_inbox->stop();
-    m_thread.join();
+    stop();
+}
+
+void CurlHttpSession::stop()
+{
+    if (m_thread.joinable()) {
+        m_inbox->stop();
+        m_thread.join();
+    }
 }
 
 std::unique_ptr<HttpExchange> CurlHttpSession::send(HttpRequest request, Completion completion)

@@ -36,6 +36,10 @@ public:
     [[nodiscard]] std::unique_ptr<HttpExchange> send(HttpRequest request,
                                                      Completion completion) override;
 
+    /// Cancels what is under way and waits for the thread, as destroying it does. Nothing that is
+    /// sent afterwards is answered. On one thread; more than once is harmless.
+    void stop();
+
 private:
     std::shared_ptr<CurlInbox> m_inbox;
     std::thread m_thread;

@@ -20,8 +20,9 @@ CurlHttpOptions httpOptions(const Environment &environment)
 
 Platform &Platform::current()
 {
-    static LinuxPlatform platform;
-    return platform;
+    // Never destroyed: a reply may still want its executor while the process ends.
+    static auto *platform = new LinuxPlatform;
+    return *platform;
 }
 
 std::optional<std::string> LinuxPlatform::setupProblem() const
@@ -34,9 +35,23 @@ std::shared_ptr<HttpSession> LinuxPlatform::httpSession()
 {
     // Made after the network library is set up and so gone before the library is taken down: at
     // the end of the process its thread must not be left running in there.
-    static const auto session = std::make_shared<CountingHttpSession>(
-        std::make_shared<CurlHttpSession>(httpOptions(m_environment)), m_writes);
+    static const auto session = [this] {
+        auto curl = std::make_shared<CurlHttpSession>(httpOptions(m_environment));
+        m_session = curl;
+        return std::make_shared<CountingHttpSession>(std::move(curl), m_writes);
+    }();
     return session;
+}
+
+void LinuxPlatform::endExchanges()
+{
+    m_writes->waitUntilNone(patienceAtEnd);
+    if (const auto session = m_session.lock()) {
+        session->stop();
+    }
+    if (m_executor) {
+        m_executor->finish();
+    }
 }
 
 Executor &LinuxPlatform::executor()

@@ -41,6 +41,10 @@ public:
     [[nodiscard]] Application &application() override { return m_application; }
 
 private:
+    /// Waits for what is being written, and then leaves no reply that could still be decoded while
+    /// the libraries are taken down.
+    void endExchanges();
+
     LinuxEnvironment m_environment;
     LinuxLinkOpener m_linkOpener;
     QtClock m_clock;
@@ -50,8 +54,8 @@ private:
     /// not waited for much longer than a user would look at a program that does not end.
     static constexpr std::chrono::seconds patienceAtEnd{10};
     std::shared_ptr<UnfinishedWrites> m_writes = std::make_shared<UnfinishedWrites>();
-    LinuxApplication m_application{m_mainQueue, m_notificationCenter,
-                                   [this] { m_writes->waitUntilNone(patienceAtEnd); }};
+    LinuxApplication m_application{m_mainQueue, m_notificationCenter, [this] { endExchanges(); }};
+    std::weak_ptr<CurlHttpSession> m_session;
     std::once_flag m_executorOnce;
     std::optional<ThreadPoolExecutor> m_executor;
     std::once_flag m_textRulesOnce;

@@ -13,6 +13,8 @@ namespace trellisport::platform {
 class ThreadPoolExecutor final : public Executor {
 public:
     void run(std::function<void()> work) override;
+    /// Waits for the work that was handed over so far.
+    void finish();
 
 private:
     QThreadPool m_pool;
