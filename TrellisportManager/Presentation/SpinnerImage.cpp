@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 
 namespace trellisport {
 
@@ -55,7 +56,7 @@ void SpinnerImage::paint(QPainter *painter)
     painter->translate(width() / 2, height() / 2);
     painter->scale(side / 20, side / 20);
     painter->setPen(Qt::NoPen);
-    const int drawn = std::clamp(int(m_progress * spokes + 0.5), 0, spokes);
+    const int drawn = std::clamp(static_cast<int>(std::lround(m_progress * spokes)), 0, spokes);
     for (int spoke = 0; spoke < drawn; ++spoke) {
         QColor color = m_color;
         if (m_running) {

@@ -176,7 +176,7 @@ TEST_F(DashboardViewTest, AWideWindowKeepsAReadableColumnInTheMiddle)
     const QRectF first = sceneRect(scene->item(QStringLiteral("statCard0")));
     const QRectF third = sceneRect(scene->item(QStringLiteral("statCard2")));
     EXPECT_EQ(first.left(), (1280 - 700) / 2 + 16);
-    EXPECT_NEAR(third.right(), (1280 + 700) / 2 - 16, 0.01);
+    EXPECT_NEAR(third.right(), (1280 + 700) / 2.0 - 16, 0.01);
 }
 
 /// The windows of small phones, upright and lying.

@@ -149,6 +149,7 @@ TEST_F(CardListTest, OfATextOfMegabytesOnlyThePiecesNearTheWindowExist)
 TEST_F(CardListTest, KeepsItsPlaceWhenTheListIsShownAgain)
 {
     std::vector<std::string> texts;
+    texts.reserve(200);
     for (int i = 0; i < 200; ++i) {
         texts.push_back("entry " + std::to_string(i));
     }

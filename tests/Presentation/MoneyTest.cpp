@@ -44,9 +44,9 @@ TEST(Money, WritesTheLargestAmountWhole)
 TEST(Money, KeepsThePointWhateverTheLocale)
 {
     // The locale may be missing on this machine; then the default is tried, which holds as well.
-    std::setlocale(LC_ALL, "de_DE.UTF-8");
+    std::setlocale(LC_ALL, "de_DE.UTF-8"); // NOLINT(concurrency-mt-unsafe): there is one thread
     EXPECT_EQ(moneyText(1234.5), QStringLiteral("$1234.50"));
-    std::setlocale(LC_ALL, "C.UTF-8");
+    std::setlocale(LC_ALL, "C.UTF-8"); // NOLINT(concurrency-mt-unsafe): as above
 }
 
 } // namespace

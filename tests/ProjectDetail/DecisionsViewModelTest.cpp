@@ -7,7 +7,6 @@
 namespace trellisport::test {
 namespace {
 
-using ::testing::ElementsAre;
 using Content = ListScreenModel::Content;
 
 const char *const twoPending = R"([{"id":"d1","question":"Which?","status":"pending"},)"

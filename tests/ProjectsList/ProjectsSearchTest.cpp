@@ -49,6 +49,7 @@ TEST_F(ProjectsSearchTest, TheClearButtonShowsEverythingAgain)
 TEST_F(ProjectsSearchTest, TheFieldKeepsTheKeyboardWhateverTheListBecomes)
 {
     std::vector<std::string> projects;
+    projects.reserve(12);
     for (int place = 0; place < 12; ++place) {
         projects.push_back(projectJson(std::to_string(place), place < 4 ? "discovered" : "awarded",
                                        place % 5 == 4 ? "Title for a" : "Title other"));
@@ -79,6 +80,7 @@ TEST_F(ProjectsSearchTest, TheListShowsNoRingWhileTheFieldInItHasTheKeyboard)
 TEST_F(ProjectsSearchTest, TheFieldStandsUnderTheLargeTitleAndScrollsAway)
 {
     std::vector<std::string> projects;
+    projects.reserve(40);
     for (int place = 0; place < 40; ++place) {
         projects.push_back(projectJson(std::to_string(place), "awarded", "Title"));
     }
@@ -95,6 +97,7 @@ TEST_F(ProjectsSearchTest, TheFieldStandsUnderTheLargeTitleAndScrollsAway)
 TEST_F(ProjectsSearchTest, TypingWhileScrolledShowsTheFirstMatches)
 {
     std::vector<std::string> projects;
+    projects.reserve(40);
     for (int place = 0; place < 40; ++place) {
         projects.push_back(projectJson(std::to_string(place), "awarded", "Title api"));
     }

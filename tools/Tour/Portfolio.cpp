@@ -18,7 +18,7 @@ QJsonArray list(const ServiceControl &service, const QString &path)
 Portfolio::Portfolio(const ServiceControl &service)
     : m_service(service)
 {
-    for (const QJsonValue &project : list(service, QStringLiteral("/projects"))) {
+    for (const auto &project : list(service, QStringLiteral("/projects"))) {
         m_projects.push_back({project[QLatin1String("id")].toString(),
                               project[QLatin1String("bid_status")].toString()});
     }
@@ -48,7 +48,7 @@ QString Portfolio::richest(const QString &status) const
 QString Portfolio::undecided() const
 {
     for (const Project &project : m_projects) {
-        for (const QJsonValue &decision :
+        for (const auto &decision :
              list(m_service, QStringLiteral("/projects/%1/decisions").arg(project.id))) {
             if (decision[QLatin1String("status")].toString() == QLatin1String("pending")) {
                 return project.id;

@@ -57,7 +57,7 @@ QByteArray ServiceControl::exchange(const char *method, const QString &url) cons
     if (reply == nullptr || reply->status < 200 || reply->status > 299) {
         QTextStream(stderr) << "The practice service did not take " << method << " " << url
                             << "; was it started with --control?\n";
-        std::exit(1);
+        std::exit(1); // NOLINT(concurrency-mt-unsafe): nobody else ends the program
     }
     return QByteArray::fromStdString(reply->body);
 }

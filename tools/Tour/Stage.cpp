@@ -23,7 +23,7 @@ constexpr int patienceMilliseconds = 20000;
 [[noreturn]] void giveUp(const QString &sentence)
 {
     QTextStream(stderr) << sentence << '\n';
-    std::exit(1);
+    std::exit(1); // NOLINT(concurrency-mt-unsafe): nobody else ends the program
 }
 
 bool isSeen(const QQuickItem *item)
@@ -61,8 +61,8 @@ void spin(int milliseconds)
 
 } // namespace
 
-Stage::Stage(QSize size, QDir folder)
-    : m_folder(std::move(folder))
+Stage::Stage(QSize size, const QDir &folder)
+    : m_folder(folder)
 {
     m_engine.addImportPath(QStringLiteral(":/qt/qml"));
     m_window.resize(size);

@@ -18,7 +18,7 @@ namespace trellisport::tour {
 /// Ends the program with a sentence when something that is looked for does not come.
 class Stage {
 public:
-    Stage(QSize size, QDir folder);
+    Stage(QSize size, const QDir &folder);
 
     /// Makes the content anew, as at a start of the application.
     void open();
