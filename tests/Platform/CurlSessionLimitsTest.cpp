@@ -23,14 +23,19 @@ CurlHttpOptions limited(std::size_t limit)
     return options;
 }
 
-/// Reads one request, sends a beginning and then the same piece for as long as it is taken.
+/// Reads one request, sends a beginning and then the same piece for as long as it is taken. A small
+/// piece is sent many at a time: a record of TLS for each would be most of the work.
 ScriptedServer::Script endless(std::string beginning, std::string piece)
 {
     return
         [beginning = std::move(beginning), piece = std::move(piece)](ServerConnection &connection) {
+            std::string many;
+            while (many.size() < 10'000) {
+                many += piece;
+            }
             connection.readRequest();
             connection.send(beginning);
-            while (connection.send(piece)) {
+            while (connection.send(many)) {
             }
         };
 }
@@ -77,6 +82,32 @@ TEST_F(CurlSessionLimits, AnAnnouncedLengthBeyondTheLimitEndsItAtOnce)
                   TransportFailure::ReplyTooLarge)
             << length;
     }
+}
+
+TEST(CurlSessionLimit, ABodyOfTwoGigabytesIsRefusedBeforeItComes)
+{
+    CurlHttpSession session(trustingOptions());
+    for (const char *announced :
+         {"Content-Length: 2147483648\r\n\r\n", "Content-Length: 268435457\r\n\r\n"}) {
+        const ScriptedServer server([announced](ServerConnection &connection) {
+            connection.readRequest();
+            connection.send(std::string("HTTP/1.1 200 OK\r\n") + announced);
+            connection.hold();
+        });
+        SessionProbe probe(session, getRequest(server.origin() + "/a"));
+        const platform::HttpResult result = probe.wait();
+        const auto *error = std::get_if<platform::TransportError>(&result);
+        ASSERT_NE(error, nullptr) << announced;
+        EXPECT_EQ(error->failure(), TransportFailure::ReplyTooLarge);
+        EXPECT_STREQ(error->what(), "The server's reply is too large.");
+    }
+}
+
+TEST_F(CurlSessionLimits, AChunkOfTwoGigabytesIsTooLargeWhenTheLimitIsReached)
+{
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n80000000\r\n",
+                              std::string(10'000, 'x'))),
+              TransportFailure::ReplyTooLarge);
 }
 
 TEST_F(CurlSessionLimits, ABodyWithoutEndIsTooLarge)

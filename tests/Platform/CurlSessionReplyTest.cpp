@@ -95,6 +95,25 @@ TEST_F(CurlSessionReply, RedirectsAreRepliesNotDirections)
     }
 }
 
+TEST_F(CurlSessionReply, ARedirectToHttpConnectsToNobody)
+{
+    const ScriptedServer elsewhere([](ServerConnection &connection) { connection.hold(); },
+                                   {.speaksTls = false});
+    const std::string location =
+        "Location: http://127.0.0.1:" + std::to_string(elsewhere.port()) + "/a\r\n";
+    for (const int status : {301, 302, 303, 307, 308}) {
+        const ScriptedServer server(ScriptedServer::answering(
+            [&](const auto &) { return ScriptedServer::replyBytes(status, "", location); }));
+        for (const platform::HttpRequest &request :
+             {getRequest(server.origin() + "/a"), postRequest(server.origin() + "/a")}) {
+            SessionProbe probe(m_session, request);
+            EXPECT_EQ(probe.waitForReply().status, status);
+        }
+        EXPECT_EQ(server.requestCount(), 2);
+    }
+    EXPECT_EQ(elsewhere.connections(), 0);
+}
+
 TEST_F(CurlSessionReply, RefusedAccessIsAReply)
 {
     const HttpReply unauthorized =
@@ -245,6 +264,27 @@ TEST_F(CurlSessionReply, ContradictingLengthsNeitherCrashNorHang)
         SessionProbe probe(m_session, getRequest(server.origin() + "/a"));
         EXPECT_NO_THROW(static_cast<void>(probe.wait())) << lengths;
         EXPECT_EQ(probe.calls(), 1);
+    }
+}
+
+TEST_F(CurlSessionReply, ContradictingLengthsDoNotReachTheNextReply)
+{
+    const std::string body = "{}" + ScriptedServer::replyBytes(200, "bad");
+    const std::string shorter = "Content-Length: 2\r\n";
+    const std::string longer = "Content-Length: " + std::to_string(body.size()) + "\r\n";
+    for (const std::string &lengths : {shorter + longer, longer + shorter}) {
+        std::string bytes = "HTTP/1.1 200 OK\r\n";
+        bytes.append(lengths).append("\r\n").append(body);
+        const ScriptedServer server(ScriptedServer::answering([&](const std::string &request) {
+            return request.starts_with("GET /odd ") ? bytes
+                                                    : ScriptedServer::replyBytes(200, "good");
+        }));
+        for (int i = 0; i < 3; ++i) {
+            SessionProbe odd(m_session, getRequest(server.origin() + "/odd"));
+            static_cast<void>(odd.wait());
+            SessionProbe next(m_session, getRequest(server.origin() + "/next"));
+            EXPECT_EQ(next.waitForReply().body, "good");
+        }
     }
 }
 

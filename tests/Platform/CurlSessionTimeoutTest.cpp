@@ -153,11 +153,16 @@ TEST_F(CurlSessionTimeout, HeadersThatDripSlowlyAreWaitedFor)
     EXPECT_EQ(probe.waitForReply().body, "{}");
 }
 
-TEST_F(CurlSessionTimeout, ARequestThatIsTakenSlowlyIsWaitedFor)
+TEST(CurlSessionSlowness, ARequestThatIsTakenSlowlyIsWaitedFor)
 {
+    // A time so long that no load on the machine makes a pause of it, and still less than the
+    // whole.
+    constexpr std::chrono::milliseconds longTimeout = 4s;
+    CurlHttpSession session(trustingOptions(longTimeout));
     const ScriptedServer server(
-        [](ServerConnection &connection) {
-            for (int i = 0; i < 40; ++i) {
+        [longTimeout](ServerConnection &connection) {
+            const auto start = std::chrono::steady_clock::now();
+            while (std::chrono::steady_clock::now() - start < longTimeout + 1s) {
                 connection.read(200'000);
                 std::this_thread::sleep_for(pause);
             }
@@ -167,8 +172,8 @@ TEST_F(CurlSessionTimeout, ARequestThatIsTakenSlowlyIsWaitedFor)
         },
         {.receiveBuffer = 100'000});
     // The end is made to look like a request of its own, so that the script notices it.
-    const std::string body = std::string(40 << 20, 'x') + "\r\n\r\n";
-    SessionProbe probe(m_session, postRequest(server.origin() + "/a", body));
+    const std::string body = std::string(30 << 20, 'x') + "\r\n\r\n";
+    SessionProbe probe(session, postRequest(server.origin() + "/a", body));
     EXPECT_EQ(probe.waitForReply().body, "{}");
 }
 

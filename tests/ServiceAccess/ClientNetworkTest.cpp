@@ -191,6 +191,26 @@ TEST(ClientNetwork, AReplyThatDoesNotDecodeIsADecodingError)
     EXPECT_EQ(dashboardFate(answering(200, "\x1f\x8b\x08")), "decoding");
 }
 
+TEST(ClientNetwork, ACompressedReplyThatNobodyAskedForIsADecodingError)
+{
+    const auto compressed = [](std::string_view body) {
+        return ScriptedServer::answering(
+            [reply = ScriptedServer::replyBytes(200, body, "Content-Encoding: gzip\r\n")](
+                const auto &) { return reply; });
+    };
+    // A whole gzip stream of "{}", one whose checksum is wrong, one that breaks off, and none.
+    const std::string whole("\x1f\x8b\x08\0\0\0\0\0\0\x03\xab\xae\x05\0\x43\xbf\xa6\xa3\x02\0\0\0",
+                            22);
+    std::string wrong = whole;
+    wrong[14] = '\x44';
+    for (const std::string &body :
+         {whole, wrong, whole.substr(0, 12), std::string("noise \xff\xfe")}) {
+        EXPECT_EQ(dashboardFate(compressed(body)), "decoding");
+    }
+    // The mark alone changes nothing: what can be read is read.
+    EXPECT_EQ(dashboardFate(compressed(dashboard)), "success");
+}
+
 TEST(ClientNetwork, AReplyWithoutABodyFailsAWriteThatArrived)
 {
     ClientFixture fixture(
@@ -240,6 +260,8 @@ TEST(ClientNetwork, TransportFailuresSayWhatHappened)
               "transport: The server's certificate could not be trusted.");
     EXPECT_EQ(dashboardFate([](ServerConnection &) {}, {.speaksTls = false}),
               "transport: A secure connection to the server could not be made.");
+    EXPECT_EQ(dashboardFate(sending("HTTP/1.1 200 OK\r\nContent-Length: 2147483648\r\n\r\n{")),
+              "transport: The server's reply is too large.");
 }
 
 TEST(ClientNetwork, ANameThatNobodyHasIsATransportFailure)
