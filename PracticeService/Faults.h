@@ -11,9 +11,20 @@ namespace trellisport::practice {
 
 /// What a test asked to go wrong.
 struct Fault {
+    enum class Kind {
+        Late,    ///< nothing but the delay
+        Status,  ///< an error instead of the reply; nothing is done
+        Drop,    ///< the connection is reset; nothing is done
+        Reset,   ///< the request is carried out, and the connection is reset instead of a reply
+        Cut,     ///< the reply breaks off within its body
+        Slow,    ///< the reply's body comes in small pieces
+        Garbage, ///< the request is carried out, and the reply's body is no JSON
+    };
+
     std::string path; ///< below the base path, e.g. "/dashboard"
-    int status = 0;   ///< 0: the reply itself is sound
-    std::chrono::milliseconds delay{0};
+    Kind kind = Kind::Late;
+    int status = 0;                     ///< of a Status
+    std::chrono::milliseconds delay{0}; ///< before anything else happens
     int times = 1;
 };
 

@@ -2,10 +2,13 @@
 
 #include <httplib.h>
 
+#include <netinet/in.h>
 #include <sys/socket.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <iostream>
 #include <mutex>
 #include <set>
@@ -39,6 +42,23 @@ public:
         m_closing = true;
         for (const int socket : m_sockets)
             ::shutdown(socket, SHUT_RDWR);
+    }
+
+    /// Ends the connection whose other side has this port with a TCP reset.
+    void reset(int remotePort)
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const int socket : m_sockets) {
+            sockaddr_in peer{};
+            socklen_t size = sizeof peer;
+            if (::getpeername(socket, reinterpret_cast<sockaddr *>(&peer), &size) == 0 &&
+                ntohs(peer.sin_port) == remotePort) {
+                sockaddr nowhere{};
+                nowhere.sa_family = AF_UNSPEC;
+                static_cast<void>(::connect(socket, &nowhere, sizeof nowhere));
+                return;
+            }
+        }
     }
 
 private:
@@ -83,13 +103,47 @@ ServiceRequest requestOf(const httplib::Request &from)
     return request;
 }
 
+/// How many pieces a slow body has, and how long it rests after each.
+constexpr std::size_t slowPieces = 20;
+constexpr std::chrono::milliseconds slowRest{25};
+
+/// Sends a body a little at a time.
+bool sendSlowly(const std::string &body, std::size_t offset, const httplib::DataSink &sink)
+{
+    const std::size_t piece = std::max<std::size_t>(1, body.size() / slowPieces);
+    const bool sent = sink.write(body.data() + offset, std::min(piece, body.size() - offset));
+    std::this_thread::sleep_for(slowRest);
+    return sent;
+}
+
 void fill(httplib::Response &response, const ServiceReply &reply)
 {
     response.status = reply.status;
     for (const auto &[name, value] : reply.headers)
         response.set_header(name, value);
-    if (!reply.body.empty())
+    if (reply.body.empty())
+        return;
+    switch (reply.delivery) {
+    case Delivery::Whole:
+    case Delivery::Reset:
         response.set_content(reply.body, reply.contentType);
+        break;
+    case Delivery::Slow:
+        response.set_content_provider(
+            reply.body.size(), reply.contentType,
+            [body = reply.body](std::size_t offset, std::size_t, const httplib::DataSink &sink) {
+                return sendSlowly(body, offset, sink);
+            });
+        break;
+    case Delivery::Cut:
+        response.set_content_provider(
+            reply.body.size(), reply.contentType,
+            [body = reply.body](std::size_t, std::size_t, const httplib::DataSink &sink) {
+                sink.write(body.data(), body.size() / 2);
+                return false;
+            });
+        break;
+    }
 }
 
 /// Takes away what would make the library change a reply afterwards: it cuts ranges without looking
@@ -162,7 +216,7 @@ void Listener::start(Service &service, bool verbose)
     // path drives through the stack. Without routes every request that is sound arrives here as a
     // 404, its body read; what the library refuses by itself arrives with its own status.
     http.set_error_handler(
-        [&service, verbose](const httplib::Request &from, httplib::Response &response) {
+        [this, &service, verbose](const httplib::Request &from, httplib::Response &response) {
             forgetWishes(from);
             const ServiceReply reply =
                 response.status == 404 ? service.handle(requestOf(from))
@@ -170,6 +224,8 @@ void Listener::start(Service &service, bool verbose)
                     ? refusal(413, "The body is too large.")
                     : refusal(response.status,
                               "The request is not understood; a body needs its length.");
+            if (reply.delivery == Delivery::Reset)
+                m_server->connections.reset(from.remote_port);
             fill(response, reply);
             if (verbose) {
                 std::cerr << from.method + ' ' + from.target + ' ' + std::to_string(reply.status) +

@@ -18,8 +18,13 @@ const QString description = QStringLiteral(
     "report:\n"
     "  /control/tick?event=EVENT[&project=ID]      the agent does it now\n"
     "  /control/advance?seconds=N                  the agent's time jumps ahead\n"
-    "  /control/fault?path=PATH[&status=N][&delay_ms=N][&times=N]\n"
-    "                                              the next replies to the path fail or are late\n"
+    "  /control/fault?path=PATH[&kind=KIND][&status=N][&delay_ms=N][&times=N]\n"
+    "                                              the next replies to the path fail or are late;\n"
+    "                                              KIND is one of drop, reset, cut, slow, garbage\n"
+    "  /control/trouble[?seed=N][&one_of=N][&silence_ms=N]\n"
+    "                                              from now on one of N requests fails by chance\n"
+    "  /control/troubles (GET)                     how many did, by kind\n"
+    "  /control/writes (GET)                       every PUT and POST that arrived\n"
     "  /control/devices (GET)                      the device tokens received");
 
 Notice complaint(const QString &sentence)

@@ -57,6 +57,12 @@ ServiceReply unknownProject()
     return refusal(404, "There is no such project.");
 }
 
+bool isApi(const ServiceRequest &request)
+{
+    return request.path.starts_with(apiRoot) &&
+           request.path.substr(apiRoot.size()).starts_with('/');
+}
+
 bool isGet(const ServiceRequest &request)
 {
     return request.method == "GET" || request.method == "HEAD";
@@ -90,6 +96,40 @@ void makeCacheable(const ServiceRequest &request, ServiceReply &reply)
     }
 }
 
+ServiceReply dropped()
+{
+    ServiceReply reply;
+    reply.delivery = Delivery::Reset;
+    return reply;
+}
+
+/// Does to a sound reply what a test wants.
+void spoil(ServiceReply &reply, Fault::Kind kind)
+{
+    switch (kind) {
+    case Fault::Kind::Reset:
+        reply = dropped();
+        break;
+    case Fault::Kind::Cut:
+        reply.delivery = Delivery::Cut;
+        break;
+    case Fault::Kind::Slow:
+        reply.delivery = Delivery::Slow;
+        break;
+    case Fault::Kind::Garbage:
+        // It begins well, breaks off like a text that was cut, and goes on as noise.
+        reply.status = 200;
+        reply.headers.clear();
+        reply.body.resize(reply.body.size() / 2);
+        reply.body += "\x01\xff garbage of a fault";
+        break;
+    case Fault::Kind::Late:
+    case Fault::Kind::Status:
+    case Fault::Kind::Drop:
+        break;
+    }
+}
+
 } // namespace
 
 ServiceReply refusal(int status, const std::string &reason)
@@ -108,9 +148,19 @@ Service::Service(Keeper &keeper, bool control)
 ServiceReply Service::handle(const ServiceRequest &request)
 {
     try {
+        const std::optional<Fault> fault = m_control ? meet(request) : std::nullopt;
+        if (fault) {
+            m_faults.wait(fault->delay);
+            if (fault->kind == Fault::Kind::Status)
+                return refusal(fault->status, "A fault asked for by a test.");
+            if (fault->kind == Fault::Kind::Drop)
+                return dropped();
+        }
         ServiceReply reply = route(request);
         if (isGet(request) && reply.status == 200)
             makeCacheable(request, reply);
+        if (fault)
+            spoil(reply, fault->kind);
         return reply;
     } catch (const BodyError &error) {
         return refusal(error.status(), error.what());
@@ -120,19 +170,26 @@ ServiceReply Service::handle(const ServiceRequest &request)
     }
 }
 
+std::optional<Fault> Service::meet(const ServiceRequest &request)
+{
+    if (!isApi(request))
+        return std::nullopt;
+    const std::string path = request.path.substr(apiRoot.size());
+    if (!isGet(request)) {
+        const std::lock_guard lock(m_writesMutex);
+        m_writes.push_back(request.method + ' ' + path + ' ' + request.body);
+    }
+    if (auto fault = m_faults.take(path))
+        return fault;
+    return m_trouble.next(request.method, path);
+}
+
 ServiceReply Service::route(const ServiceRequest &request)
 {
     if (request.path == "/")
         return isGet(request) ? statusPage() : wrongMethod("GET");
-    if (request.path.starts_with(apiRoot) && request.path.substr(apiRoot.size()).starts_with('/')) {
-        const std::string path = request.path.substr(apiRoot.size());
-        if (const auto fault = m_faults.take(path)) {
-            m_faults.wait(fault->delay);
-            if (fault->status != 0)
-                return refusal(fault->status, "A fault asked for by a test.");
-        }
-        return routeApi(request, segmentsOf(path));
-    }
+    if (isApi(request))
+        return routeApi(request, segmentsOf(request.path.substr(apiRoot.size())));
     if (m_control && request.path.starts_with("/control/"))
         return routeControl(request, segmentsOf(request.path));
     return unknownPath();

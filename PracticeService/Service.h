@@ -2,8 +2,11 @@
 
 #include "PracticeService/Faults.h"
 #include "PracticeService/Keeper.h"
+#include "PracticeService/Trouble.h"
 
 #include <map>
+#include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,11 +21,20 @@ struct ServiceRequest {
     std::string body;
 };
 
+/// How a reply goes out.
+enum class Delivery {
+    Whole,
+    Slow,  ///< its body in small pieces
+    Cut,   ///< the connection ends within the body
+    Reset, ///< the connection is reset, and nothing goes out
+};
+
 struct ServiceReply {
     int status = 200;
     std::string contentType = "application/json";
     std::string body;
     std::vector<std::pair<std::string, std::string>> headers;
+    Delivery delivery = Delivery::Whole;
 };
 
 /// The service's operations as such, without sockets. Replies to everything, also to nonsense: what
@@ -46,6 +58,12 @@ private:
     [[nodiscard]] ServiceReply routeProject(const ServiceRequest &request, const Segments &path);
     [[nodiscard]] ServiceReply routeControl(const ServiceRequest &request, const Segments &path);
     [[nodiscard]] ServiceReply tick(const ServiceRequest &request);
+    [[nodiscard]] ServiceReply advance(const ServiceRequest &request);
+    [[nodiscard]] ServiceReply addFault(const ServiceRequest &request);
+    [[nodiscard]] ServiceReply beginTrouble(const ServiceRequest &request);
+    [[nodiscard]] ServiceReply writes();
+    /// Notes what arrived, and gives the fault that it meets.
+    [[nodiscard]] std::optional<Fault> meet(const ServiceRequest &request);
     [[nodiscard]] ServiceReply answerDecision(const ServiceRequest &request,
                                               const std::string &project,
                                               const std::string &decision);
@@ -55,6 +73,9 @@ private:
 
     Keeper &m_keeper;
     Faults m_faults;
+    Trouble m_trouble;
+    std::mutex m_writesMutex;
+    std::vector<std::string> m_writes; ///< as they arrived; kept for tests alone
     bool m_control;
 };
 
