@@ -141,7 +141,8 @@ TEST(LinuxLinkOpener, HandsSecureAndMailAddressesOverUnchanged)
     test::FakeDesktop desktop;
     LinuxLinkOpener opener;
     const std::vector<std::string> urls{"https://host.example/a%20b?c=%2F#d",
-                                        "mailto:a@host.example", "https://host.example"};
+                                        "mailto:a@host.example", "https://host.example",
+                                        "mailto:a@host.example?Subject=b&cc=c@host.example&body=d"};
     for (const std::string &url : urls) {
         EXPECT_TRUE(opener.open(url)) << url;
     }
@@ -153,10 +154,29 @@ TEST(LinuxLinkOpener, LetsNothingElseLeaveTheProgram)
 {
     test::FakeDesktop desktop;
     LinuxLinkOpener opener;
-    for (const char *url :
-         {"", "http://host.example/", "file:///etc/hostname", "ssh://host.example",
-          "data:text/html,x", "javascript:alert(1)", "host.example", "/a", "//a/b",
-          "https://host example/", " https://host.example/", "https:"}) {
+    for (const char *url : {"",
+                            "http://host.example/",
+                            "file:///etc/hostname",
+                            "ssh://host.example",
+                            "data:text/html,x",
+                            "javascript:alert(1)",
+                            "host.example",
+                            "/a",
+                            "//a/b",
+                            "https://host example/",
+                            " https://host.example/",
+                            "https:",
+                            "https:///a",
+                            "https:/a",
+                            "https://host.example/\n",
+                            "-https://host.example/",
+                            "vbscript:x",
+                            "intent://a#Intent;end",
+                            "mailto:a@host.example?attach=/etc/hostname",
+                            "mailto:?subject=a&ATTACH=b",
+                            "mailto:a@host.example#?attach=b",
+                            "mailto:?%61ttachment=/etc/hostname",
+                            "mailto:a@host.example?x-header=1"}) {
         EXPECT_FALSE(opener.open(url)) << url;
     }
     EXPECT_TRUE(desktop.opened().empty());
