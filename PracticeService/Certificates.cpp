@@ -116,7 +116,7 @@ void extend(X509 *certificate, X509 *issuer, int kind, const char *value)
 Identity blank(const char *name, X509 *issuer, std::chrono::days life, system_clock::time_point now)
 {
     Identity identity;
-    identity.key.reset(EVP_EC_gen("P-256"));
+    identity.key.reset(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"));
     identity.certificate.reset(X509_new());
     X509 *certificate = identity.certificate.get();
     require(identity.key && certificate != nullptr, "a key");

@@ -3,9 +3,13 @@
 #include "Platform/Linux/CacheRules.h"
 #include "Platform/Linux/HttpCache.h"
 #include "Platform/Linux/HttpDate.h"
+#include "Platform/Linux/HttpHeaders.h"
+#include "Platform/Linux/ReplyReader.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,19 +20,23 @@ namespace {
 using namespace trellisport::platform;
 using namespace std::chrono_literals;
 
+/// As a transfer hands them over, line by line.
 std::vector<HttpHeader> readHeaders(std::string_view text)
 {
-    std::vector<HttpHeader> headers;
+    ReplyReader reader(1024);
+    char start[] = "HTTP/1.1 200 OK\r\n";
+    must(ReplyReader::takeHeader(start, 1, sizeof start - 1, &reader) != 0, "a start is taken");
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find('\n'), text.size());
-        const std::string_view line = text.substr(0, end);
-        if (const std::size_t colon = line.find(':'); colon != std::string_view::npos) {
-            headers.push_back(
-                {std::string(line.substr(0, colon)), std::string(line.substr(colon + 1))});
+        std::string line(text.substr(0, std::min(text.find('\n'), text.size() - 1) + 1));
+        text.remove_prefix(line.size());
+        const bool isLast = trimmed(line).empty();
+        const std::size_t taken = ReplyReader::takeHeader(line.data(), 1, line.size(), &reader);
+        if (isLast) {
+            break; // no transfer stands behind it that would go on
         }
-        text.remove_prefix(std::min(end + 1, text.size()));
+        must(taken == line.size(), "a line is taken whole");
     }
-    return headers;
+    return reader.take().headers;
 }
 
 void checkRules(const std::vector<HttpHeader> &headers)

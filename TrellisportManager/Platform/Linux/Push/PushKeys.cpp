@@ -20,7 +20,7 @@ unsigned char *bytes(QByteArray &array)
 
 std::optional<PushKeys> PushKeys::generate()
 {
-    const openssl::Key key(EVP_EC_gen("P-256"));
+    const openssl::Key key(EVP_PKEY_Q_keygen(nullptr, nullptr, "EC", "P-256"));
     BIGNUM *number = nullptr;
     if (!key || EVP_PKEY_get_bn_param(key.get(), OSSL_PKEY_PARAM_PRIV_KEY, &number) != 1) {
         return std::nullopt;
