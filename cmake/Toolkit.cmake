@@ -2,6 +2,8 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Qml Quick QuickControls2)
 find_package(QCoro6 REQUIRED COMPONENTS Core)
 qt_standard_project_setup()
+# Every library used is where the system looks anyhow.
+set(CMAKE_SKIP_RPATH ON)
 set(CMAKE_AUTOMOC ON)
 set(QT_QML_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml)
 
