@@ -18,11 +18,12 @@ import decisions_chapter
 import projects_chapter
 import settings_chapter
 import workspace_chapter
-from harness.checks import CheckFailed
+from harness.checks import CheckFailed, chapter
 from harness.console import Console
 from harness.desk import Desk
 from harness.picture import Picture
 from harness.practice_service import PracticeService
+from harness.traces import check_no_traces, texts_of
 
 PHONE = (390, 844)
 
@@ -49,6 +50,12 @@ def run(console, service):
     dashboard_chapter.run_first_load(console, service)
     settings_chapter.run_failed_first_load(console, service)
     console.check_quiet()
+
+
+def leave_no_traces(console, service, home, output):
+    chapter("Traces")
+    console.stop()
+    check_no_traces(home, [output], texts_of(service))
 
 
 def restart(console, service):
@@ -85,7 +92,7 @@ def main():
         console = Console(options.console, desk, folder / "console.log")
         try:
             run(console, service)
-            console.stop()
+            leave_no_traces(console, service, desk.folder / "home", folder / "console.log")
             service.stop()
         except Exception as error:
             keep_evidence(folder, desk, console)

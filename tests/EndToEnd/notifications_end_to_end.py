@@ -10,6 +10,7 @@ fails, DIR holds the programs' output.
 
 import argparse
 import html
+import json
 import shutil
 import sys
 import time
@@ -21,6 +22,7 @@ from harness.compositor import Compositor
 from harness.daemons import Dunst, Mako
 from harness.desk import Desk
 from harness.session import InstalledConsole, PushingService, PushService
+from harness.traces import check_no_traces, check_private, texts_of
 
 PHONE = (390, 844)
 SAVE = "Save Changes"
@@ -194,12 +196,26 @@ def closed_while_saving(story):
           service.writes()[before:])
 
 
+def leave_no_traces(story, home):
+    chapter("Traces")
+    console, service = story.console, story.service
+    console.end()
+    tokens = service.devices()
+    check("the service knows a device token", tokens)
+    endpoints = [json.loads(bytes.fromhex(token))["endpoint"] for token in tokens]
+    bodies = [html.unescape(shown.body) for shown in story.daemon.shown_since(0)]
+    check_no_traces(home, [console.log], texts_of(service).union(tokens, endpoints, bodies))
+    # What a message is opened with when the program does not run, and which were shown.
+    check_private(home, ["push-registration.json", "push-seen"])
+
+
 def run(options, desk, folder):
     service = PushingService(options.service, desk.folder / "data", desk.environment,
                              folder / "service.log")
     service.start()
     stops = [service]
-    environment = dict(desk.environment)
+    # What the console writes lies apart from what others do.
+    environment = dict(desk.environment, HOME=str(desk.folder / "owner"))
     try:
         stops.append(PushService(options.push, desk.folder / "data", desk.environment,
                                  folder / "push.log"))
@@ -222,6 +238,7 @@ def run(options, desk, folder):
         while_it_does_not_run(story)
         if not options.wayland:
             closed_while_saving(story)
+        leave_no_traces(story, Path(environment["HOME"]))
     finally:
         log = desk.folder / "installed-console.log"
         if log.exists():
