@@ -23,7 +23,7 @@ TEST(ActivationToken, WhatCanBeNoTokenIsIgnored)
 {
     for (const QVariant &value :
          {QVariant(QStringLiteral("a\nb")), QVariant(QString(513, QLatin1Char('a'))),
-          QVariant(QVariantMap())}) {
+          QVariant(QVariantMap()), QVariant(5.5), QVariant(QByteArray("a"))}) {
         EXPECT_EQ(
             ActivationToken::fromPlatformData({{QStringLiteral("activation-token"), value}}).value,
             QString());

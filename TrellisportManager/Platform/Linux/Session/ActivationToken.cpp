@@ -17,13 +17,19 @@ QString usable(const QString &value)
     return isPrintable && value.size() <= longest ? value : QString();
 }
 
+/// Whoever calls chooses the types, too: a number is no token, though it could be written as one.
+QString usableText(const QVariant &value)
+{
+    return value.metaType() == QMetaType::fromType<QString>() ? usable(value.toString())
+                                                              : QString();
+}
+
 } // namespace
 
 ActivationToken ActivationToken::fromPlatformData(const QVariantMap &data)
 {
-    const QString token = usable(data[QStringLiteral("activation-token")].toString());
-    return {token.isEmpty() ? usable(data[QStringLiteral("desktop-startup-id")].toString())
-                            : token};
+    const QString token = usableText(data[QStringLiteral("activation-token")]);
+    return {token.isEmpty() ? usableText(data[QStringLiteral("desktop-startup-id")]) : token};
 }
 
 ActivationToken ActivationToken::takeFromEnvironment()
