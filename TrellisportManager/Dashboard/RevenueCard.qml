@@ -8,6 +8,8 @@ Surface {
     required property string title
     required property string amount
     required property color amountColor
+    // How wide the title would like to be.
+    readonly property alias titleWidth: titleText.implicitWidth
 
     implicitHeight: column.implicitHeight + 24
     Accessible.role: Accessible.Grouping
@@ -22,6 +24,8 @@ Surface {
         spacing: 4
 
         StyledText {
+            id: titleText
+
             objectName: "title"
             width: parent.width
             horizontalAlignment: Text.AlignHCenter

@@ -8,6 +8,8 @@ Surface {
     required property string value
     required property string label
     required property color valueColor
+    // How wide the label would like to be.
+    readonly property alias labelWidth: labelText.implicitWidth
 
     implicitHeight: column.implicitHeight + 24
     Accessible.role: Accessible.Grouping
@@ -28,6 +30,8 @@ Surface {
             color: root.valueColor
         }
         StyledText {
+            id: labelText
+
             objectName: "label"
             width: parent.width
             horizontalAlignment: Text.AlignHCenter

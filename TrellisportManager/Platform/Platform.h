@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Appearance.h"
 #include "Platform/Application.h"
 #include "Platform/Clock.h"
 #include "Platform/Environment.h"
@@ -42,6 +43,7 @@ public:
     [[nodiscard]] virtual Clock &clock() = 0;
     [[nodiscard]] virtual MainQueue &mainQueue() = 0;
     [[nodiscard]] virtual UserNotificationCenter &userNotificationCenter() = 0;
+    [[nodiscard]] virtual Appearance &appearance() = 0;
     [[nodiscard]] virtual Application &application() = 0;
 };
 

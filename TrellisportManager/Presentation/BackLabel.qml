@@ -24,6 +24,9 @@ Item {
         width: Math.min(implicitWidth, parent.width - x)
         text: root.text
         color: Colors.accent
+        verticalAlignment: Text.AlignVCenter
+        fontSizeMode: Metrics.largeText ? Text.HorizontalFit : Text.FixedSize
+        minimumPixelSize: 17
         elide: Text.ElideRight
         wrapMode: Text.NoWrap
         Accessible.ignored: true

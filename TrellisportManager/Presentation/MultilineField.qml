@@ -20,7 +20,7 @@ KeptInView {
     // The keyboard is to go on to the control behind the field, or back to the one before it.
     signal tabbed(bool forward)
 
-    readonly property real lineHeight: Typography.lineHeight(Typography.Caption)
+    readonly property real lineHeight: Typography.lineHeight(Typography.Caption, Typography.textScale)
 
     // The lines of a text area are as high as their fonts are, which may be less.
     implicitHeight: Math.max(minimumLines * lineHeight, Math.min(maximumLines * lineHeight, Math.max(area.lineCount * lineHeight, area.contentHeight))) + 2 * inset
@@ -67,7 +67,7 @@ KeptInView {
             width: scroll.width
             height: Math.max(scroll.height, contentHeight + 2 * root.inset)
             padding: root.inset
-            font: Typography.font(Typography.Caption, 0, false)
+            font: Typography.font(Typography.Caption, 0, false, Typography.textScale)
             color: Colors.white
             placeholderText: root.placeholder
             placeholderTextColor: Colors.placeholderText

@@ -97,7 +97,7 @@ Rectangle {
         objectName: "scrollMark"
         x: root.width - SafeArea.right - width
         y: bar.height
-        height: root.height - y - SafeArea.bottom
+        height: root.height - y
         orientation: Qt.Vertical
         size: root.scrollArea.visibleArea.heightRatio
         position: root.scrollArea.visibleArea.yPosition

@@ -15,7 +15,7 @@ T.TextField {
     padding: 0
     horizontalAlignment: TextInput.AlignRight
     verticalAlignment: TextInput.AlignVCenter
-    font: Typography.font(Typography.Body, 0, false)
+    font: Typography.font(Typography.Body, 0, false, Typography.textScale)
     color: Colors.white
     placeholderTextColor: Colors.placeholderText
     selectionColor: Colors.accent

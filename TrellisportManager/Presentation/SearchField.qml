@@ -19,11 +19,12 @@ T.TextField {
     }
 
     implicitWidth: 200
-    implicitHeight: 36
+    // 36 at the usual text size.
+    implicitHeight: 14 + Typography.lineHeight(Typography.Body, Typography.textScale)
     leftPadding: 32
     rightPadding: 32
     verticalAlignment: TextInput.AlignVCenter
-    font: Typography.font(Typography.Body, 0, false)
+    font: Typography.font(Typography.Body, 0, false, Typography.textScale)
     color: Colors.white
     placeholderTextColor: Colors.placeholderText
     selectionColor: Colors.accent
@@ -73,6 +74,9 @@ T.TextField {
         visible: control.length === 0 && control.preeditText.length === 0
         text: control.placeholderText
         color: control.placeholderTextColor
+        fontSizeMode: Metrics.largeText ? Text.HorizontalFit : Text.FixedSize
+        minimumPixelSize: 12
+        verticalAlignment: Text.AlignVCenter
         wrapMode: Text.NoWrap
         elide: Text.ElideRight
         Accessible.ignored: true

@@ -18,7 +18,7 @@ Item {
         width: parent.width - 2 * Metrics.inset
         textStyle: Typography.Footnote
         font: {
-            const style = Typography.font(Typography.Footnote, 0, false);
+            const style = Typography.font(Typography.Footnote, 0, false, Typography.textScale);
             style.capitalization = Font.AllUppercase;
             return style;
         }

@@ -12,11 +12,11 @@ Text {
     property int weight: 0
     property bool monospaced: false
 
-    font: systemSize > 0 ? Typography.systemFont(systemSize, weight, monospaced)
-                         : Typography.font(textStyle, weight, monospaced)
+    font: systemSize > 0 ? Typography.systemFont(systemSize, weight, monospaced, Typography.textScale)
+                         : Typography.font(textStyle, weight, monospaced, Typography.textScale)
     lineHeightMode: Text.FixedHeight
-    lineHeight: systemSize > 0 ? Typography.systemLineHeight(systemSize)
-                               : Typography.lineHeight(textStyle)
+    lineHeight: systemSize > 0 ? Typography.systemLineHeight(systemSize, Typography.textScale)
+                               : Typography.lineHeight(textStyle, Typography.textScale)
     color: Colors.white
     textFormat: Text.PlainText
     wrapMode: Text.Wrap

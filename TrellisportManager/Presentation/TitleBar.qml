@@ -56,9 +56,12 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             text: root.title
             textFormat: Text.PlainText
-            font: Typography.font(Typography.Headline, 0, false)
+            font: Typography.font(Typography.Headline, 0, false, Typography.textScale)
             color: Colors.white
             opacity: root.headlineOpacity
+            verticalAlignment: Text.AlignVCenter
+            fontSizeMode: Metrics.largeText ? Text.HorizontalFit : Text.FixedSize
+            minimumPixelSize: 17
             elide: Text.ElideRight
             maximumLineCount: 1
 

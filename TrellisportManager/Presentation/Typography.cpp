@@ -1,8 +1,11 @@
 #include "Presentation/Typography.h"
 
+#include "Platform/Platform.h"
+
 #include <QFontDatabase>
 
 #include <array>
+#include <cmath>
 
 namespace trellisport {
 
@@ -45,27 +48,51 @@ QFont makeFont(double size, int weight, bool monospaced)
     return font;
 }
 
+/// Lines of whole points keep glyphs sharp; those of the design are what they are.
+double scaledLine(double height, double textScale)
+{
+    return textScale == 1 ? height : std::round(height * textScale);
+}
+
 } // namespace
+
+Typography::Typography(QObject *parent)
+    : QObject(parent)
+    , m_textScale(platform::Platform::current().appearance().textScale())
+    , m_observation(platform::Platform::current().appearance().observe([this] {
+        const double scale = platform::Platform::current().appearance().textScale();
+        if (m_textScale != scale) {
+            m_textScale = scale;
+            Q_EMIT textScaleChanged();
+        }
+    }))
+{
+}
 
 double Typography::size(TextStyle style)
 {
     return values(style).size;
 }
 
-double Typography::lineHeight(TextStyle style)
+double Typography::lineHeight(TextStyle style, double textScale)
 {
-    return values(style).lineHeight;
+    return scaledLine(values(style).lineHeight, textScale);
 }
 
-QFont Typography::font(TextStyle style, int weight, bool monospaced)
+double Typography::systemLineHeight(double size, double textScale)
+{
+    return scaledLine(size * 1.2, textScale);
+}
+
+QFont Typography::font(TextStyle style, int weight, bool monospaced, double textScale)
 {
     const Style &s = values(style);
-    return makeFont(s.size, weight == 0 ? s.weight : weight, monospaced);
+    return makeFont(s.size * textScale, weight == 0 ? s.weight : weight, monospaced);
 }
 
-QFont Typography::systemFont(double size, int weight, bool monospaced)
+QFont Typography::systemFont(double size, int weight, bool monospaced, double textScale)
 {
-    return makeFont(size, weight == 0 ? int(QFont::Normal) : weight, monospaced);
+    return makeFont(size * textScale, weight == 0 ? int(QFont::Normal) : weight, monospaced);
 }
 
 } // namespace trellisport

@@ -7,13 +7,14 @@ LabeledRow {
 
     property string value
 
-    StyledText {
+    trailingWidth: valueText.implicitWidth
+
+    LineText {
+        id: valueText
+
         objectName: "rowValue"
         width: Math.min(implicitWidth, root.trailingRoom)
         text: root.value
         color: Colors.gray
-        maximumLineCount: 1
-        wrapMode: Text.NoWrap
-        elide: Text.ElideRight
     }
 }

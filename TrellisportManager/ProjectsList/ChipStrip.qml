@@ -20,7 +20,7 @@ Flickable {
         contentX = Math.max(0, Math.min(wanted, contentWidth - width));
     }
 
-    implicitHeight: Metrics.touchTarget
+    implicitHeight: Math.max(Metrics.touchTarget, row.chipHeight)
     clip: true
     contentWidth: row.width + 2 * sideInset
     contentHeight: height
@@ -35,7 +35,7 @@ Flickable {
         topPadding: (height - chipHeight) / 2
         spacing: Metrics.spacing
 
-        readonly property real chipHeight: 28
+        readonly property real chipHeight: 12 + Typography.lineHeight(Typography.Caption, Typography.textScale)
 
         Repeater {
             model: root.chips.length

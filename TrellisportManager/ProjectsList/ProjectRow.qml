@@ -14,16 +14,21 @@ Item {
     Item {
         id: head
 
+        // Larger text that does not fit beside the tag on one line has the whole width below it.
+        readonly property bool stacked: Metrics.largeText && tag.visible && tag.implicitWidth + 6 + title.implicitWidth > width
+
+        readonly property real lineHeight: Math.max(tag.visible ? tag.height : 0, title.height)
+
         y: 4
         width: parent.width
-        height: Math.max(tag.visible ? tag.height : 0, title.height)
+        height: stacked ? tag.height + 4 + title.height : lineHeight
 
         Badge {
             id: tag
 
             objectName: "refTag"
             visible: root.project.hasRefNumber
-            anchors.verticalCenter: parent.verticalCenter
+            y: head.stacked ? 0 : Metrics.centered(head.lineHeight, height)
             width: Math.min(implicitWidth, head.width / 2)
             text: root.project.refNumber
             tint: Colors.accent
@@ -37,9 +42,9 @@ Item {
             id: title
 
             objectName: "projectTitle"
-            x: tag.visible ? tag.width + 6 : 0
+            x: tag.visible && !head.stacked ? tag.width + 6 : 0
+            y: head.stacked ? tag.height + 4 : Metrics.centered(head.lineHeight, height)
             width: parent.width - x
-            anchors.verticalCenter: parent.verticalCenter
             text: root.project.title
             textStyle: Typography.Subheadline
             weight: Font.Medium
@@ -50,60 +55,67 @@ Item {
     Item {
         id: facts
 
-        readonly property real room: number.x - Metrics.spacing
+        // Larger text that does not fit on one line stands on two, or on more.
+        readonly property bool stacked: Metrics.largeText && badge.width + amount.implicitWidth + owner.implicitWidth + number.implicitWidth + 3 * Metrics.spacing > width
+        readonly property real room: stacked ? width : number.x - Metrics.spacing
+        readonly property bool amountBeside: !stacked || badge.width + Metrics.spacing + amount.implicitWidth <= width
+        readonly property bool numberBeside: owner.implicitWidth + Metrics.spacing + number.implicitWidth <= width
+        readonly property real firstBottom: Math.max(badge.height, amount.visible ? amount.y + amount.height : 0)
+        readonly property real ownerBottom: owner.visible ? owner.y + owner.height : firstBottom
+
+        readonly property real lineHeight: Math.max(badge.height, number.height)
 
         y: head.y + head.height + 6
         width: parent.width
-        height: Math.max(badge.height, number.height)
+        height: stacked ? number.y + number.height : lineHeight
 
         StatusBadge {
             id: badge
 
             objectName: "statusBadge"
-            anchors.verticalCenter: parent.verticalCenter
+            y: facts.stacked ? 0 : Metrics.centered(facts.lineHeight, height)
             status: root.project.status
         }
-        StyledText {
+        LineText {
             id: amount
 
             objectName: "amount"
             visible: text.length > 0
-            x: badge.width + Metrics.spacing
+            x: facts.amountBeside ? badge.width + Metrics.spacing : 0
+            y: facts.stacked ? (facts.amountBeside ? Metrics.centered(badge.height, height) : badge.height + 4) : Metrics.centered(facts.lineHeight, height)
             width: Math.max(0, Math.min(implicitWidth, facts.room - x))
-            anchors.verticalCenter: parent.verticalCenter
             text: root.project.amount
             textStyle: Typography.Caption
             color: Colors.gray
-            wrapMode: Text.NoWrap
-            elide: Text.ElideRight
-            maximumLineCount: 1
         }
-        StyledText {
+        LineText {
+            id: owner
+
             objectName: "owner"
             visible: text.length > 0
-            x: amount.visible ? amount.x + amount.width + Metrics.spacing : amount.x
+            x: facts.stacked ? 0 : amount.visible ? amount.x + amount.width + Metrics.spacing : amount.x
+            y: facts.stacked ? facts.firstBottom + 4 : Metrics.centered(facts.lineHeight, height)
             width: Math.max(0, Math.min(implicitWidth, facts.room - x))
-            anchors.verticalCenter: parent.verticalCenter
             text: root.project.owner
             textStyle: Typography.Caption
             color: Colors.gray
-            wrapMode: Text.NoWrap
-            elide: Text.ElideRight
-            maximumLineCount: 1
         }
-        StyledText {
+        LineText {
             id: number
 
             objectName: "marketplaceNumber"
-            anchors.right: parent.right
-            width: Math.min(implicitWidth, parent.width - badge.width - Metrics.spacing)
-            anchors.verticalCenter: parent.verticalCenter
+            x: facts.stacked && !facts.numberBeside ? 0 : parent.width - width
+            y: {
+                if (!facts.stacked)
+                    return Metrics.centered(facts.lineHeight, height);
+                if (facts.numberBeside && owner.visible)
+                    return owner.y + Metrics.centered(owner.height, height);
+                return facts.ownerBottom + 4;
+            }
+            width: Math.min(implicitWidth, facts.stacked ? parent.width : parent.width - badge.width - Metrics.spacing)
             text: root.project.marketplaceNumber
             textStyle: Typography.Caption2
             color: Colors.dimText
-            wrapMode: Text.NoWrap
-            elide: Text.ElideRight
-            maximumLineCount: 1
         }
     }
 }

@@ -47,7 +47,6 @@ Item {
         x: root.columnX
         y: search.y + search.height + 8
         width: root.columnWidth
-        height: Metrics.touchTarget
         chips: root.viewModel.chips
         onPressed: place => root.viewModel.pressChip(place)
     }

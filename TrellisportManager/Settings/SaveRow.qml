@@ -22,7 +22,7 @@ PressableRow {
     }
 
     contentItem: Item {
-        implicitHeight: 22 + 2 * 4
+        implicitHeight: Typography.lineHeight(Typography.Body, Typography.textScale) + 2 * 4
 
         Spinner {
             objectName: "savingSpinner"

@@ -47,7 +47,7 @@ Column {
 
             RowField {
                 objectName: "maxDailyBids"
-                width: 60
+                width: 60 * Typography.textScale
                 label: qsTr("Max Daily Bids")
                 placeholderText: "10"
                 inputMethodHints: Qt.ImhDigitsOnly
@@ -61,7 +61,7 @@ Column {
 
             RowField {
                 objectName: "dailyRevenueTarget"
-                width: 80
+                width: 80 * Typography.textScale
                 label: qsTr("Revenue Target ($)")
                 placeholderText: "10000"
                 inputMethodHints: Qt.ImhFormattedNumbersOnly
@@ -75,7 +75,7 @@ Column {
 
             RowField {
                 objectName: "maxConcurrentProjects"
-                width: 60
+                width: 60 * Typography.textScale
                 label: qsTr("Max Concurrent")
                 placeholderText: "5"
                 inputMethodHints: Qt.ImhDigitsOnly
@@ -111,16 +111,19 @@ Column {
 
             width: root.width
             label: qsTr("Dashboard")
+            trailingWidth: webLink.implicitWidth
 
             LinkText {
+                id: webLink
+
                 objectName: "webLink"
                 width: Math.min(implicitWidth, webRow.trailingRoom)
                 text: root.viewModel.hostName
                 url: root.viewModel.webAddress
                 links: root.links
-                wrapMode: Text.NoWrap
-                elide: Text.ElideRight
-                maximumLineCount: 1
+                wrapMode: Metrics.largeText ? Text.Wrap : Text.NoWrap
+                elide: Metrics.largeText ? Text.ElideNone : Text.ElideRight
+                maximumLineCount: Metrics.largeText ? 1000 : 1
             }
         }
     }

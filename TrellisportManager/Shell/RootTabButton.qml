@@ -47,6 +47,9 @@ T.TabButton {
             systemSize: 10
             weight: Font.Medium
             color: control.tint
+            fontSizeMode: Metrics.largeText ? Text.HorizontalFit : Text.FixedSize
+            minimumPixelSize: 10
+            wrapMode: Text.NoWrap
             Accessible.ignored: true
         }
     }

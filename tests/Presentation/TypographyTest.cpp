@@ -21,25 +21,36 @@ TEST(Typography, TextStylesHaveTheirSizesAndLineHeights)
     };
     for (const auto &row : rows) {
         EXPECT_EQ(Typography::size(row.style), row.size) << row.style;
-        EXPECT_EQ(Typography::lineHeight(row.style), row.lineHeight) << row.style;
-        EXPECT_EQ(Typography::font(row.style, 0, false).pixelSize(), row.size) << row.style;
+        EXPECT_EQ(Typography::lineHeight(row.style, 1), row.lineHeight) << row.style;
+        EXPECT_EQ(Typography::font(row.style, 0, false, 1).pixelSize(), row.size) << row.style;
     }
 }
 
 TEST(Typography, OnlyTheHeadlineIsSemiboldByItself)
 {
-    EXPECT_EQ(Typography::font(Typography::Headline, 0, false).weight(), QFont::DemiBold);
-    EXPECT_EQ(Typography::font(Typography::Body, 0, false).weight(), QFont::Normal);
-    EXPECT_EQ(Typography::font(Typography::Body, QFont::Bold, false).weight(), QFont::Bold);
+    EXPECT_EQ(Typography::font(Typography::Headline, 0, false, 1).weight(), QFont::DemiBold);
+    EXPECT_EQ(Typography::font(Typography::Body, 0, false, 1).weight(), QFont::Normal);
+    EXPECT_EQ(Typography::font(Typography::Body, QFont::Bold, false, 1).weight(), QFont::Bold);
 }
 
 TEST(Typography, TheFixedWidthDesignHasItsOwnFamily)
 {
-    EXPECT_EQ(Typography::font(Typography::Caption, 0, true).families().first(),
+    EXPECT_EQ(Typography::font(Typography::Caption, 0, true, 1).families().first(),
               QStringLiteral("JetBrains Mono"));
-    EXPECT_EQ(Typography::systemFont(13, QFont::Bold, true).families().first(),
+    EXPECT_EQ(Typography::systemFont(13, QFont::Bold, true, 1).families().first(),
               QStringLiteral("JetBrains Mono"));
-    EXPECT_EQ(Typography::systemFont(13, 0, false).families().first(), QStringLiteral("Inter"));
+    EXPECT_EQ(Typography::systemFont(13, 0, false, 1).families().first(), QStringLiteral("Inter"));
+}
+
+TEST(Typography, LargerTextHasLargerFontsAndLinesOfWholePoints)
+{
+    EXPECT_EQ(Typography::font(Typography::Body, 0, false, 2).pixelSize(), 34);
+    EXPECT_EQ(Typography::lineHeight(Typography::Body, 2), 44);
+    EXPECT_EQ(Typography::font(Typography::Caption, 0, false, 1.3).pixelSize(), 16);
+    EXPECT_EQ(Typography::lineHeight(Typography::Caption, 1.3), 21);
+    EXPECT_EQ(Typography::systemFont(10, 0, false, 0.8).pixelSize(), 8);
+    EXPECT_DOUBLE_EQ(Typography::systemLineHeight(9, 1), 10.8);
+    EXPECT_EQ(Typography::systemLineHeight(9, 1.6), 17);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "Platform/Linux/Session/LinuxApplication.h"
+#include "Platform/Linux/LinuxEnvironment.h"
 
 #include <QGuiApplication>
 #include <QTemporaryDir>
@@ -77,7 +78,10 @@ protected:
     std::vector<std::string> m_log;
     MainThreadQueue m_queue;
     LinuxNotificationCenter m_center;
-    LinuxApplication m_application{m_queue, m_center, [this] { m_log.emplace_back("finish"); }};
+    LinuxEnvironment m_environment;
+    LinuxAppearance m_appearance{m_environment};
+    LinuxApplication m_application{m_queue, m_center, m_appearance,
+                                   [this] { m_log.emplace_back("finish"); }};
 };
 
 TEST_F(LinuxApplicationTest, EndsWithItsWindowAndFinishesWhatMustNotBeCutOff)

@@ -19,11 +19,18 @@ int main(int argc, char *argv[])
                                         QStringLiteral("The window in points."),
                                         QStringLiteral("WIDTHxHEIGHT"), QStringLiteral("390x844"));
     parser.addOption(sizeOption);
+    const QCommandLineOption textOption(QStringLiteral("text-scale"),
+                                        QStringLiteral("How much larger than usual text is."),
+                                        QStringLiteral("NUMBER"));
+    parser.addOption(textOption);
     parser.process(application);
     const QStringList sides = parser.value(sizeOption).split(QLatin1Char('x'));
     const QSize size = sides.size() == 2 ? QSize(sides[0].toInt(), sides[1].toInt()) : QSize();
     if (parser.positionalArguments().size() != 1 || size.isEmpty()) {
         parser.showHelp(2);
+    }
+    if (parser.isSet(textOption)) {
+        qputenv("TRELLISPORT_TEXT_SCALE", parser.value(textOption).toUtf8());
     }
     const QDir folder(parser.positionalArguments().first());
     if (!folder.mkpath(QStringLiteral("."))) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/CurlHttpSession.h"
+#include "Platform/Linux/Desktop/LinuxAppearance.h"
 #include "Platform/Linux/IcuTextRules.h"
 #include "Platform/Linux/LinuxEnvironment.h"
 #include "Platform/Linux/LinuxLinkOpener.h"
@@ -38,6 +39,7 @@ public:
     {
         return m_notificationCenter;
     }
+    [[nodiscard]] Appearance &appearance() override { return m_appearance; }
     [[nodiscard]] Application &application() override { return m_application; }
 
 private:
@@ -46,6 +48,7 @@ private:
     void endExchanges();
 
     LinuxEnvironment m_environment;
+    LinuxAppearance m_appearance{m_environment};
     LinuxLinkOpener m_linkOpener;
     QtClock m_clock;
     MainThreadQueue m_mainQueue;
@@ -54,7 +57,8 @@ private:
     /// not waited for much longer than a user would look at a program that does not end.
     static constexpr std::chrono::seconds patienceAtEnd{10};
     std::shared_ptr<UnfinishedWrites> m_writes = std::make_shared<UnfinishedWrites>();
-    LinuxApplication m_application{m_mainQueue, m_notificationCenter, [this] { endExchanges(); }};
+    LinuxApplication m_application{m_mainQueue, m_notificationCenter, m_appearance,
+                                   [this] { endExchanges(); }};
     std::weak_ptr<CurlHttpSession> m_session;
     std::once_flag m_executorOnce;
     std::optional<ThreadPoolExecutor> m_executor;

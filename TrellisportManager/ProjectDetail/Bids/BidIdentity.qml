@@ -9,19 +9,17 @@ Item {
     required property string displayName
     required property string country
 
-    readonly property real nameRoom: width - (countryText.visible ? countryText.width + Metrics.spacing : 0)
+    // Larger text may have room for one of them on a line.
+    readonly property bool stacked: Metrics.largeText && usernameText.implicitWidth + Metrics.spacing + countryText.implicitWidth > width
+    readonly property real nameRoom: width - (!stacked && countryText.visible ? countryText.width + Metrics.spacing : 0)
     // A shown name for which there is no room beside the user name stands below it.
     readonly property bool fits: usernameText.implicitWidth + Metrics.spacing + displayNameText.implicitWidth <= nameRoom
 
-    implicitHeight: usernameText.height + (fits || !displayNameText.visible ? 0 : 2 + displayNameText.height)
+    readonly property real namesHeight: usernameText.height + (fits || !displayNameText.visible ? 0 : 2 + displayNameText.height)
 
-    component OneLine: StyledText {
-        wrapMode: Text.NoWrap
-        maximumLineCount: 1
-        elide: Text.ElideRight
-    }
+    implicitHeight: namesHeight + (stacked && countryText.visible ? 2 + countryText.height : 0)
 
-    OneLine {
+    LineText {
         id: usernameText
 
         objectName: "username"
@@ -30,7 +28,7 @@ Item {
         textStyle: Typography.Caption
         weight: Font.Bold
     }
-    OneLine {
+    LineText {
         id: displayNameText
 
         objectName: "displayName"
@@ -42,13 +40,13 @@ Item {
         textStyle: Typography.Caption
         color: Colors.gray
     }
-    OneLine {
+    LineText {
         id: countryText
 
         objectName: "country"
-        x: parent.width - width
-        y: (usernameText.height - height) / 2
-        width: Math.min(implicitWidth, parent.width * 0.4)
+        x: root.stacked ? 0 : parent.width - width
+        y: root.stacked ? root.namesHeight + 2 : (usernameText.height - height) / 2
+        width: Math.min(implicitWidth, parent.width * (root.stacked ? 1 : 0.4))
         visible: root.country.length > 0
         text: root.country
         textStyle: Typography.Caption2

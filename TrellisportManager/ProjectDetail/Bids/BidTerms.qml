@@ -14,16 +14,19 @@ Item {
     // What does not fit beside each other stands below each other.
     readonly property bool fits: terms.implicitWidth + Metrics.spacing + standing.implicitWidth <= width
 
-    implicitHeight: fits ? amountText.height : amountText.height + (standing.implicitWidth > 0 ? 2 + standing.implicitHeight : 0)
+    // The time stands below an amount of larger text that leaves it no room.
+    readonly property bool termsFit: !Metrics.largeText || terms.implicitWidth <= width
+
+    implicitHeight: fits ? terms.height : terms.height + (standing.implicitWidth > 0 ? 2 + standing.implicitHeight : 0)
 
     Item {
         id: terms
 
         implicitWidth: amountText.implicitWidth + Metrics.spacing + periodText.implicitWidth
         width: parent.width
-        height: amountText.height
+        height: root.termsFit ? amountText.height : periodText.y + periodText.height
 
-        StyledText {
+        LineText {
             id: amountText
 
             objectName: "amount"
@@ -32,28 +35,24 @@ Item {
             textStyle: Typography.Subheadline
             weight: Font.Bold
             color: root.amountColor
-            wrapMode: Text.NoWrap
-            elide: Text.ElideRight
         }
-        StyledText {
+        LineText {
             id: periodText
 
             objectName: "period"
-            x: amountText.width + Metrics.spacing
+            x: root.termsFit ? amountText.width + Metrics.spacing : 0
+            y: root.termsFit ? Metrics.centered(amountText.height, height) : amountText.height + 2
             width: Math.max(0, Math.min(implicitWidth, parent.width - x))
-            anchors.verticalCenter: amountText.verticalCenter
             text: root.period
             textStyle: Typography.Caption
             color: Colors.gray
-            wrapMode: Text.NoWrap
-            elide: Text.ElideRight
         }
     }
     Row {
         id: standing
 
         x: parent.width - width
-        y: root.fits ? (amountText.height - height) / 2 : amountText.height + 2
+        y: root.fits ? (amountText.height - height) / 2 : terms.height + 2
         spacing: Metrics.spacing
 
         Row {

@@ -8,8 +8,11 @@ Surface {
     required property string amount
     required property string period
 
+    // Larger text may have no room for both beside each other.
+    readonly property bool stacked: Metrics.largeText && amountText.implicitWidth + Metrics.spacing + periodText.implicitWidth > width - 2 * Metrics.inset
+
     objectName: "ownBid"
-    implicitHeight: amountText.y + amountText.height + Metrics.inset
+    implicitHeight: (stacked ? periodText.y + periodText.height : amountText.y + amountText.height) + Metrics.inset
     color: Colors.faded(Colors.agentSurface, 0.3)
     radius: 12
     outlineColor: Colors.faded(Colors.accent, 0.5)
@@ -32,7 +35,7 @@ Surface {
         objectName: "ownAmount"
         x: Metrics.inset
         y: labelText.y + labelText.height + Metrics.spacing
-        width: periodText.x - Metrics.spacing - x
+        width: root.stacked ? parent.width - 2 * Metrics.inset : periodText.x - Metrics.spacing - x
         text: root.amount
         textStyle: Typography.Title2
         weight: Font.Bold
@@ -42,9 +45,9 @@ Surface {
         id: periodText
 
         objectName: "ownPeriod"
-        x: parent.width - Metrics.inset - width
-        y: amountText.y + (amountText.height - height) / 2
-        width: Math.min(implicitWidth, parent.width / 2)
+        x: root.stacked ? Metrics.inset : parent.width - Metrics.inset - width
+        y: root.stacked ? amountText.y + amountText.height + 2 : amountText.y + (amountText.height - height) / 2
+        width: Math.min(implicitWidth, root.stacked ? parent.width - 2 * Metrics.inset : parent.width / 2)
         horizontalAlignment: Text.AlignRight
         text: root.period
         textStyle: Typography.Caption

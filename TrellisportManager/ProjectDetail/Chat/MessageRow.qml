@@ -14,7 +14,7 @@ Item {
     required property string body
 
     readonly property CardList list: ListView.view as CardList
-    readonly property real columnWidth: Math.min(280, list ? list.cardWidth : 280)
+    readonly property real columnWidth: Math.min(280 * Math.max(1, Typography.textScale), list ? list.cardWidth : 280)
     readonly property real textWidth: columnWidth - 20
     readonly property real topGap: first && index > 0 ? 8 : 0
 

@@ -48,31 +48,44 @@ CardRow {
     Item {
         id: header
 
+        // Larger text stands below the badge where it does not fit beside it.
+        readonly property bool stacked: Metrics.largeText && root.hasTime && badge.implicitWidth + Metrics.spacing + timeText.implicitWidth > width
+        readonly property real lineHeight: stacked ? badge.height : Math.max(badge.height, timeText.height)
+
         width: parent.width
-        height: Math.max(badge.height, timeText.height)
+        height: lineHeight + (stacked ? 4 + timeText.height : 0)
         visible: root.first
 
-        StatusBadge {
-            id: badge
+        Item {
+            width: parent.width
+            height: header.lineHeight
 
-            objectName: "status"
-            anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, parent.width - (root.hasTime ? timeText.width + Metrics.spacing : 0))
-            status: root.status
+            StatusBadge {
+                id: badge
+
+                objectName: "status"
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, parent.width - (root.hasTime && !header.stacked ? timeText.width + Metrics.spacing : 0))
+                status: root.status
+            }
         }
-        StyledText {
-            id: timeText
+        Item {
+            y: header.stacked ? header.lineHeight + 4 : 0
+            width: parent.width
+            height: header.stacked ? timeText.height : header.lineHeight
 
-            objectName: "time"
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, parent.width / 2)
-            visible: root.hasTime
-            text: root.time
-            systemSize: 10
-            color: Colors.dimText
-            wrapMode: Text.NoWrap
-            elide: Text.ElideRight
+            LineText {
+                id: timeText
+
+                objectName: "time"
+                x: header.stacked ? 0 : parent.width - width
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, Metrics.largeText ? parent.width : parent.width / 2)
+                visible: root.hasTime
+                text: root.time
+                systemSize: 10
+                color: Colors.dimText
+            }
         }
     }
     StyledText {

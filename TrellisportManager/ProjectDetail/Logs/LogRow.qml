@@ -20,30 +20,37 @@ CardRow {
     Item {
         id: header
 
+        // Larger text stands below the badge where it does not fit beside it.
+        readonly property bool stacked: Metrics.largeText && root.hasTime && badge.implicitWidth + Metrics.spacing + timeText.implicitWidth > width
+
         width: parent.width
-        height: badge.height
+        height: badge.height + (stacked ? 4 + timeText.height : 0)
         visible: root.first
 
         LogTypeBadge {
             id: badge
 
             objectName: "logType"
-            width: Math.min(implicitWidth, parent.width - (root.hasTime ? timeText.width + Metrics.spacing : 0))
+            width: Math.min(implicitWidth, parent.width - (root.hasTime && !header.stacked ? timeText.width + Metrics.spacing : 0))
             type: root.logType
         }
-        StyledText {
-            id: timeText
+        Item {
+            y: header.stacked ? badge.height + 4 : 0
+            width: parent.width
+            height: header.stacked ? timeText.height : badge.height
 
-            objectName: "time"
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            width: Math.min(implicitWidth, parent.width / 2)
-            visible: root.hasTime
-            text: root.time
-            systemSize: 9
-            color: Colors.dimText
-            wrapMode: Text.NoWrap
-            elide: Text.ElideRight
+            LineText {
+                id: timeText
+
+                objectName: "time"
+                x: header.stacked ? 0 : parent.width - width
+                anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, Metrics.largeText ? parent.width : parent.width / 2)
+                visible: root.hasTime
+                text: root.time
+                systemSize: 9
+                color: Colors.dimText
+            }
         }
     }
     StyledText {

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Session/LinuxApplication.h"
 
+#include "Platform/Linux/Desktop/DesktopSettings.h"
+#include "Platform/Linux/Desktop/ScreenKeyboard.h"
 #include "Platform/Linux/Push/PrivateFile.h"
 #include "Platform/Linux/Session/AppIdentity.h"
 #include "Platform/Linux/Session/BusSession.h"
@@ -36,9 +38,10 @@ int complain(const char *sentence)
 } // namespace
 
 LinuxApplication::LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center,
-                                   std::function<void()> finish)
+                                   LinuxAppearance &appearance, std::function<void()> finish)
     : m_queue(queue)
     , m_center(center)
+    , m_appearance(appearance)
     , m_finish(std::move(finish))
 {
 }
@@ -54,6 +57,7 @@ int LinuxApplication::run(int &argc, char **argv, LaunchReason reason, const Mak
     const int status = live(reason, token, makeEntry);
     m_finish();
     m_entry.reset();
+    m_keyboard.reset();
     endSession();
     m_bus.reset();
     m_toolkit.reset();
@@ -128,6 +132,7 @@ void LinuxApplication::endSession()
 {
     m_center.serveRequests({});
     m_bus->runAndWait([this] {
+        delete std::exchange(m_settings, nullptr);
         delete std::exchange(m_session, nullptr);
         QDBusConnection::disconnectFromBus(QLatin1String(connectionName));
     });
@@ -226,12 +231,38 @@ bool LinuxApplication::becomeGraphical(const ActivationToken &token)
         return false;
     }
     preferReachableDisplay();
+    followDesktop();
     // On one kind of display the toolkit looks for it now, on the other when the window shows.
     token.putIntoEnvironment();
     m_toolkit->becomeGraphical(
         *m_bus, [this](bool isInFront) { m_isInFront = isInFront; },
         [this] { m_queue.async([this] { windowClosed(); }); });
+    serveFields();
     return true;
+}
+
+void LinuxApplication::followDesktop()
+{
+    if (!m_session || m_settings) {
+        return;
+    }
+    // Not waited for: the answer usually comes before the first picture.
+    m_bus->runAndWait([this] {
+        m_settings = new DesktopSettings(sessionBus(), [this](double scale) {
+            m_queue.async([this, scale] { m_appearance.setDesktopTextScale(scale); });
+        });
+    });
+}
+
+void LinuxApplication::serveFields()
+{
+    if (m_session) {
+        m_keyboard = std::make_unique<ScreenKeyboard>(
+            [this](bool isVisible) {
+                m_bus->run([isVisible] { showShellKeyboard(sessionBus(), isVisible); });
+            },
+            toolkitShowsKeyboard);
+    }
 }
 
 void LinuxApplication::windowClosed()

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusVariant>
+#include <QObject>
+#include <QString>
+
+#include <functional>
+
+namespace trellisport::platform {
+
+/// What the desktop's settings, as its portal tells them, say about text. Lives on the thread that
+/// made it, which runs an event loop.
+class DesktopSettings : public QObject {
+    Q_OBJECT
+public:
+    /// Asks at once. textScaleChanged is told the answer and every later change, on this thread;
+    /// never, where there is no portal or it does not know.
+    DesktopSettings(QDBusConnection bus, std::function<void(double)> textScaleChanged);
+
+private Q_SLOTS:
+    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    std::function<void(double)> m_textScaleChanged;
+};
+
+} // namespace trellisport::platform

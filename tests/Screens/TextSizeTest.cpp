@@ -1,0 +1,174 @@
+#include "AllScreens.h"
+#include "Geometry.h"
+
+#include "Platform/Linux/Desktop/LinuxAppearance.h"
+#include "Platform/Platform.h"
+
+#include <gmock/gmock.h>
+
+#include <tuple>
+
+namespace trellisport::test {
+namespace {
+
+/// Shortened by design, however much room there is.
+bool mayBeShortened(const QQuickItem *text)
+{
+    static const QStringList names{
+        QStringLiteral("projectTitle"), // two lines
+        QStringLiteral("description"),  // four
+        QStringLiteral("headline"),     // one
+    };
+    // At the usual size a project's row has one line for its facts.
+    const bool isUsual = qEnvironmentVariable("TRELLISPORT_TEXT_SCALE").toDouble() <= 1;
+    return names.contains(text->objectName()) ||
+           (isUsual && text->objectName() == QLatin1String("owner"));
+}
+
+/// What an item must not reach out of: the nearest thing with a ground of its own around it.
+const QQuickItem *groundOf(const QQuickItem *item)
+{
+    static const QStringList grounds{QStringLiteral("card"), QStringLiteral("bubble"),
+                                     QStringLiteral("answerBox")};
+    for (const QQuickItem *at = item->parentItem(); at != nullptr; at = at->parentItem()) {
+        if (at->inherits("QQuickRectangle") || at->inherits("QQuickControl") ||
+            grounds.contains(at->objectName())) {
+            return at;
+        }
+    }
+    return nullptr;
+}
+
+void expectWhole(const QQuickItem *text)
+{
+    EXPECT_LE(text->property("contentWidth").toDouble(), text->width() + 1) << nameOf(text);
+    EXPECT_LE(text->property("contentHeight").toDouble(), text->height() + 1) << nameOf(text);
+    EXPECT_GT(text->width(), 0) << nameOf(text);
+    if (!mayBeShortened(text)) {
+        EXPECT_FALSE(text->property("truncated").toBool()) << nameOf(text);
+    }
+}
+
+void expectWithinItsGround(const QQuickItem *text)
+{
+    const QQuickItem *ground = groundOf(text);
+    ASSERT_NE(ground, nullptr) << nameOf(text);
+    const QRectF room = sceneRect(ground).adjusted(-0.5, -0.5, 0.5, 0.5);
+    const QRectF place = sceneRect(text);
+    // A page scrolls: what is above and below it is not cut off.
+    const bool isPage = ground->height() > 200 && ground->objectName() != QLatin1String("card");
+    EXPECT_GE(place.left(), room.left()) << nameOf(text);
+    EXPECT_LE(place.right(), room.right()) << nameOf(text);
+    if (!isPage) {
+        EXPECT_GE(place.top(), room.top()) << nameOf(text) << " in " << nameOf(ground);
+        EXPECT_LE(place.bottom(), room.bottom()) << nameOf(text) << " in " << nameOf(ground);
+    }
+}
+
+void expectApart(const QList<QQuickItem *> &items)
+{
+    for (int i = 0; i < items.size(); ++i) {
+        for (int j = i + 1; j < items.size(); ++j) {
+            if (items[i]->isAncestorOf(items[j]) || items[j]->isAncestorOf(items[i])) {
+                continue;
+            }
+            const QRectF common = shownPart(items[i]) & shownPart(items[j]);
+            EXPECT_FALSE(common.width() > 0.5 && common.height() > 0.5)
+                << nameOf(items[i]) << " overlaps " << nameOf(items[j]);
+        }
+    }
+}
+
+class TextSize : public AllScreens,
+                 public ::testing::WithParamInterface<std::tuple<QSize, double>> {
+protected:
+    void expectThatAllFits()
+    {
+        const SeenItems seen = seenItems(scene->root());
+        EXPECT_GE(seen.texts.size(), 5);
+        const double width = scene->window().width();
+        for (const QQuickItem *shown : seen.texts + seen.controls) {
+            if (!scrollsSideways(shown)) {
+                EXPECT_GE(sceneRect(shown).left(), 0) << nameOf(shown);
+                EXPECT_LE(sceneRect(shown).right(), width + 0.5) << nameOf(shown);
+            }
+        }
+        for (const QQuickItem *text : seen.texts) {
+            expectWhole(text);
+            expectWithinItsGround(text);
+        }
+        expectApart(seen.texts);
+        expectApart(seen.controls);
+    }
+};
+
+TEST_P(TextSize, NothingIsCutOffAndNothingOverlapsOnAnyScreen)
+{
+    const auto [size, scale] = GetParam();
+    fill();
+    show(size, scale);
+    const auto look = [&](const std::string &name) {
+        SCOPED_TRACE(name);
+        expectThatAllFits();
+    };
+    visitAll(look);
+}
+
+TEST_P(TextSize, NothingIsCutOffWhereThereIsNothingToShow)
+{
+    const auto [size, scale] = GetParam();
+    fillWithNothing();
+    show(size, scale);
+    visitAll([&](const std::string &name) {
+        SCOPED_TRACE(name);
+        expectThatAllFits();
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, TextSize,
+                         ::testing::Combine(::testing::Values(QSize(320, 568), QSize(390, 844),
+                                                              QSize(1280, 800)),
+                                            ::testing::Values(0.8, 1.0, 1.3, 1.6, 2.0)),
+                         [](const auto &tested) {
+                             const QSize size = std::get<0>(tested.param);
+                             return std::to_string(size.width()) + "x" +
+                                    std::to_string(size.height()) + "_" +
+                                    std::to_string(qRound(100 * std::get<1>(tested.param)));
+                         });
+
+class DesktopTextSize : public AllScreens {
+protected:
+    static platform::LinuxAppearance &desktop()
+    {
+        return dynamic_cast<platform::LinuxAppearance &>(
+            platform::Platform::current().appearance());
+    }
+    void TearDown() override
+    {
+        desktop().setDesktopTextScale(1);
+        AllScreens::TearDown();
+    }
+};
+
+TEST_F(DesktopTextSize, AChangeIsFollowedWhileTheConsoleRuns)
+{
+    fill();
+    show();
+    qunsetenv("TRELLISPORT_TEXT_SCALE");
+    settle();
+    const QQuickItem *label = scene->text(QStringLiteral("Discovered"));
+    const double lineBefore = label->property("lineHeight").toDouble();
+    const double tileBefore = item("statCard0")->height();
+    desktop().setDesktopTextScale(1.5);
+    EXPECT_EQ(fontOf(label).pixelSize(), 18);
+    EXPECT_EQ(label->property("lineHeight").toDouble(), 1.5 * lineBefore);
+    settle();
+    EXPECT_GT(item("statCard0")->height(), tileBefore);
+    desktop().setDesktopTextScale(1);
+    settle();
+    EXPECT_EQ(fontOf(label).pixelSize(), 12);
+    EXPECT_EQ(item("statCard0")->height(), tileBefore);
+}
+
+} // namespace
+} // namespace trellisport::test
