@@ -3,8 +3,9 @@
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QXmlStreamReader>
+#include <QStringView>
 
+#include <algorithm>
 #include <utility>
 
 namespace trellisport::platform {
@@ -16,15 +17,45 @@ QString interfaceName(DistributorGeneration generation)
     return QStringLiteral("org.unifiedpush.Distributor%1").arg(static_cast<int>(generation));
 }
 
-bool describes(const QString &introspection, const QString &interface)
+/// The value of the tag's attribute "name"; empty when it has none.
+QStringView nameIn(QStringView tag)
 {
-    QXmlStreamReader xml(introspection);
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement &&
-            xml.name() == QLatin1String("interface") &&
-            xml.attributes().value(QLatin1String("name")) == interface) {
+    const auto isBlank = [](QChar c) { return c.isSpace(); };
+    while (true) {
+        // What stands before the next quote is a key, and after it a value.
+        const auto open = std::find_if(tag.begin(), tag.end(), [](QChar c) {
+            return c == QLatin1Char('"') || c == QLatin1Char('\'');
+        });
+        const auto close = open == tag.end() ? open : std::find(open + 1, tag.end(), *open);
+        if (close == tag.end()) {
+            return {};
+        }
+        QStringView key = tag.first(open - tag.begin()).trimmed();
+        if (key.endsWith(QLatin1Char('='))) {
+            key = key.chopped(1).trimmed();
+            if (key == QLatin1String("name") ||
+                (key.endsWith(QLatin1String("name")) && isBlank(key.at(key.size() - 5)))) {
+                return tag.sliced(open + 1 - tag.begin(), close - open - 1);
+            }
+        }
+        tag = tag.sliced(close + 1 - tag.begin());
+    }
+}
+
+/// Whether the interface is among those that the description names. Its author is anybody who took
+/// the name on the bus: so it is searched, and not handed to a parser that knows all of XML.
+bool describes(QStringView introspection, const QString &interface)
+{
+    constexpr QLatin1String start("<interface");
+    for (qsizetype at = 0; (at = introspection.indexOf(start, at)) >= 0;) {
+        at += start.size();
+        const qsizetype end = introspection.indexOf(QLatin1Char('>'), at);
+        const QStringView tag =
+            introspection.sliced(at, (end < 0 ? introspection.size() : end) - at);
+        if (!tag.isEmpty() && tag.front().isSpace() && nameIn(tag) == interface) {
             return true;
         }
+        at += tag.size();
     }
     return false;
 }
