@@ -171,6 +171,29 @@ TEST_F(DecisionsViewModelTest, TwoQuickPressesSendTwice)
               2);
 }
 
+TEST_F(DecisionsViewModelTest, OfTwoSubmissionsThatEndOutOfOrderEachClearsItsOwnText)
+{
+    load(twoPending);
+    session->hold();
+    session->queueReply(200, "{}", "/d1/answer");
+    session->queueReply(200, "{}", "/d2/answer");
+    session->queueReply(200, twoPending, "/decisions");
+    session->queueReply(200, oneAnswered, "/decisions");
+    type("d1", QStringLiteral("this"));
+    type("d2", QStringLiteral("that"));
+    submit("d1");
+    submit("d2");
+    ASSERT_TRUE(session->releaseOne("/d2/answer"));
+    ASSERT_TRUE(eventuallySent(4));
+    ASSERT_TRUE(session->releaseOne("/decisions"));
+    ASSERT_TRUE(waitUntil([&] { return typed("d2").isEmpty(); }));
+    EXPECT_EQ(typed("d1"), u"this");
+    ASSERT_TRUE(session->releaseOne("/d1/answer"));
+    ASSERT_TRUE(eventuallySent(5));
+    ASSERT_TRUE(session->releaseOne("/decisions"));
+    ASSERT_TRUE(waitUntil([&] { return typed("d1").isEmpty(); }));
+}
+
 TEST_F(DecisionsViewModelTest, WhatIsTypedDuringASubmissionIsClearedWithIt)
 {
     load(twoPending);

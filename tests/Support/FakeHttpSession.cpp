@@ -1,6 +1,7 @@
 #include "Support/FakeHttpSession.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -233,6 +234,16 @@ bool FakeHttpSession::releaseOne(std::string_view urlEnd)
         return false;
     }
     m_state->deliver(call);
+    return true;
+}
+
+bool FakeHttpSession::releaseNewest()
+{
+    const std::lock_guard lock(m_state->mutex);
+    if (m_state->waiting.empty()) {
+        return false;
+    }
+    m_state->deliver(std::prev(m_state->waiting.end()));
     return true;
 }
 

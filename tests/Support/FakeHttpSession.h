@@ -46,6 +46,8 @@ public:
     /// Gives out the oldest reply kept back to a request whose URL ends so; false when there is
     /// none. Others stay kept back.
     bool releaseOne(std::string_view urlEnd = {});
+    /// The same for the newest of all.
+    bool releaseNewest();
     /// How many requests wait for release.
     [[nodiscard]] std::size_t held() const;
 
