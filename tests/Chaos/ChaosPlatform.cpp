@@ -134,6 +134,25 @@ int PlayedNotificationCenter::opened() const
     return m_opened;
 }
 
+std::shared_ptr<void> PlayedAppearance::observe(std::function<void()> changed)
+{
+    auto observer = std::make_shared<std::function<void()>>(std::move(changed));
+    std::erase_if(m_observers, [](const auto &other) { return other.expired(); });
+    m_observers.push_back(observer);
+    return observer;
+}
+
+void PlayedAppearance::setTextScale(double scale)
+{
+    m_textScale = scale;
+    const auto observers = m_observers; // one may come or go meanwhile
+    for (const auto &weak : observers) {
+        if (const auto observer = weak.lock()) {
+            (*observer)();
+        }
+    }
+}
+
 int PlayedApplication::run(int & /*argc*/, char ** /*argv*/, platform::LaunchReason /*reason*/,
                            const MakeEntry & /*makeEntry*/)
 {

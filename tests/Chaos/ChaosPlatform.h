@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Appearance.h"
 #include "Platform/Clock.h"
 #include "Platform/HttpSession.h"
 #include "Platform/LinkOpener.h"
@@ -109,6 +110,21 @@ private:
     int m_opened = 0;
 };
 
+/// A phone whose text size somebody changes. Main thread.
+class PlayedAppearance : public platform::Appearance {
+public:
+    [[nodiscard]] double textScale() const override { return m_textScale; }
+    [[nodiscard]] bool windowsHaveFrames() const override { return false; }
+    [[nodiscard]] Insets safeArea() const override { return {}; }
+    [[nodiscard]] std::shared_ptr<void> observe(std::function<void()> changed) override;
+
+    void setTextScale(double scale);
+
+private:
+    double m_textScale = 1;
+    std::vector<std::weak_ptr<std::function<void()>>> m_observers;
+};
+
 /// An application that runs already and is given a device token each time it asks.
 class PlayedApplication : public platform::Application {
 public:
@@ -141,10 +157,12 @@ public:
     {
         return m_notifications;
     }
+    [[nodiscard]] platform::Appearance &appearance() override { return m_appearance; }
     [[nodiscard]] platform::Application &application() override { return m_application; }
 
     [[nodiscard]] WatchedSession &watchedSession() { return *m_session; }
     [[nodiscard]] PlayedNotificationCenter &notifications() { return m_notifications; }
+    [[nodiscard]] PlayedAppearance &playedAppearance() { return m_appearance; }
     [[nodiscard]] PlayedApplication &playedApplication() { return m_application; }
     [[nodiscard]] NotingLinkOpener &links() { return m_linkOpener; }
     [[nodiscard]] platform::MainThreadQueue &queue() { return m_mainQueue; }
@@ -164,6 +182,7 @@ private:
     LapsingClock m_clock;
     platform::MainThreadQueue m_mainQueue;
     PlayedNotificationCenter m_notifications;
+    PlayedAppearance m_appearance;
     PlayedApplication m_application;
 };
 

@@ -263,6 +263,12 @@ void Person::turn()
     window()->resize(m_chance.pick(sizes));
 }
 
+void Person::changeTextSize()
+{
+    chaosPlatform().playedAppearance().setTextScale(static_cast<double>(m_chance.between(8, 20)) /
+                                                    10);
+}
+
 void Person::hear()
 {
     static const std::vector<std::string> events{"decision", "decision", "award", "error",

@@ -54,6 +54,7 @@ private:
     void search();
     void compose();
     void turn();
+    void changeTextSize();
     void hear();
     void hearNonsense();
     void leaveAndReturn();

@@ -159,6 +159,7 @@ void Run::goHome()
         }
     };
     Person::window()->resize(390, 844);
+    m_platform.playedAppearance().setTextScale(1);
     spin(calm);
     tapTab(1);
     spin(calm);
