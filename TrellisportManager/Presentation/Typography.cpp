@@ -3,6 +3,7 @@
 #include "Platform/Platform.h"
 
 #include <QFontDatabase>
+#include <QFontMetricsF>
 
 #include <array>
 #include <cmath>
@@ -93,6 +94,11 @@ QFont Typography::font(TextStyle style, int weight, bool monospaced, double text
 QFont Typography::systemFont(double size, int weight, bool monospaced, double textScale)
 {
     return makeFont(size * textScale, weight == 0 ? int(QFont::Normal) : weight, monospaced);
+}
+
+double Typography::lineWidth(const QString &text, const QFont &font)
+{
+    return std::ceil(QFontMetricsF(font).horizontalAdvance(text));
 }
 
 } // namespace trellisport

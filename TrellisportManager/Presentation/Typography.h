@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QObject>
+#include <QString>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
@@ -50,6 +51,10 @@ public:
     /// The system font at a size in points. weight: QFont::Weight, or 0 for regular.
     [[nodiscard]] Q_INVOKABLE static QFont systemFont(double size, int weight, bool monospaced,
                                                       double textScale);
+    /// How wide a text is on one line, in whole points. Unlike a text item's implicit width it
+    /// rests on nothing that follows from the item's own size, so a binding may decide that size by
+    /// it.
+    [[nodiscard]] Q_INVOKABLE static double lineWidth(const QString &text, const QFont &font);
 
 Q_SIGNALS:
     void textScaleChanged();

@@ -15,7 +15,7 @@ Item {
         id: head
 
         // Larger text that does not fit beside the tag on one line has the whole width below it.
-        readonly property bool stacked: Metrics.largeText && tag.visible && tag.implicitWidth + 6 + title.implicitWidth > width
+        readonly property bool stacked: Metrics.largeText && tag.visible && tag.implicitWidth + 6 + Typography.lineWidth(title.text, title.font) > width
 
         readonly property real lineHeight: Math.max(tag.visible ? tag.height : 0, title.height)
 
@@ -56,10 +56,14 @@ Item {
         id: facts
 
         // Larger text that does not fit on one line stands on two, or on more.
-        readonly property bool stacked: Metrics.largeText && badge.width + amount.implicitWidth + owner.implicitWidth + number.implicitWidth + 3 * Metrics.spacing > width
+        readonly property bool stacked: Metrics.largeText && badge.width + amountWidth + ownerWidth + numberWidth + 3 * Metrics.spacing > width
+        // Larger text wraps, and how it does must not decide how much room it gets.
+        readonly property real amountWidth: Metrics.largeText ? Typography.lineWidth(amount.text, amount.font) : amount.implicitWidth
+        readonly property real ownerWidth: Metrics.largeText ? Typography.lineWidth(owner.text, owner.font) : owner.implicitWidth
+        readonly property real numberWidth: Metrics.largeText ? Typography.lineWidth(number.text, number.font) : number.implicitWidth
         readonly property real room: stacked ? width : number.x - Metrics.spacing
-        readonly property bool amountBeside: !stacked || badge.width + Metrics.spacing + amount.implicitWidth <= width
-        readonly property bool numberBeside: owner.implicitWidth + Metrics.spacing + number.implicitWidth <= width
+        readonly property bool amountBeside: !stacked || badge.width + Metrics.spacing + amountWidth <= width
+        readonly property bool numberBeside: ownerWidth + Metrics.spacing + numberWidth <= width
         readonly property real firstBottom: Math.max(badge.height, amount.visible ? amount.y + amount.height : 0)
         readonly property real ownerBottom: owner.visible ? owner.y + owner.height : firstBottom
 
@@ -83,7 +87,7 @@ Item {
             visible: text.length > 0
             x: facts.amountBeside ? badge.width + Metrics.spacing : 0
             y: facts.stacked ? (facts.amountBeside ? Metrics.centered(badge.height, height) : badge.height + 4) : Metrics.centered(facts.lineHeight, height)
-            width: Math.max(0, Math.min(implicitWidth, facts.room - x))
+            width: Math.max(0, Math.min(facts.amountWidth, facts.room - x))
             text: root.project.amount
             textStyle: Typography.Caption
             color: Colors.gray
@@ -95,7 +99,7 @@ Item {
             visible: text.length > 0
             x: facts.stacked ? 0 : amount.visible ? amount.x + amount.width + Metrics.spacing : amount.x
             y: facts.stacked ? facts.firstBottom + 4 : Metrics.centered(facts.lineHeight, height)
-            width: Math.max(0, Math.min(implicitWidth, facts.room - x))
+            width: Math.max(0, Math.min(facts.ownerWidth, facts.room - x))
             text: root.project.owner
             textStyle: Typography.Caption
             color: Colors.gray
@@ -112,7 +116,7 @@ Item {
                     return owner.y + Metrics.centered(owner.height, height);
                 return facts.ownerBottom + 4;
             }
-            width: Math.min(implicitWidth, facts.stacked ? parent.width : parent.width - badge.width - Metrics.spacing)
+            width: Math.min(facts.numberWidth, facts.stacked ? parent.width : parent.width - badge.width - Metrics.spacing)
             text: root.project.marketplaceNumber
             textStyle: Typography.Caption2
             color: Colors.dimText

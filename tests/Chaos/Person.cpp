@@ -24,6 +24,7 @@ const Person::Habit Person::habits[] = {{"tap a control", 30, &Person::tapContro
                                         {"search", 3, &Person::search},
                                         {"compose", 2, &Person::compose},
                                         {"turn the phone", 2, &Person::turn},
+                                        {"change the text size", 2, &Person::changeTextSize},
                                         {"hear nonsense", 1, &Person::hearNonsense},
                                         {"leave and return", 1, &Person::leaveAndReturn}};
 

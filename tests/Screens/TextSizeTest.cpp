@@ -3,9 +3,11 @@
 
 #include "Platform/Linux/Desktop/LinuxAppearance.h"
 #include "Platform/Platform.h"
+#include "Presentation/Typography.h"
 
 #include <gmock/gmock.h>
 
+#include <cmath>
 #include <tuple>
 
 namespace trellisport::test {
@@ -150,6 +152,24 @@ protected:
     }
 };
 
+/// Of titles and names of many lengths, some of them absent.
+std::string manyProjects()
+{
+    std::string list;
+    for (int i = 0; i < 40; ++i) {
+        list += list.empty() ? '[' : ',';
+        list += R"({"id":"p)" + std::to_string(i) + R"(","bid_status":"awarded","title":"Title )";
+        list.append(static_cast<std::size_t>(i) * 3, 'w').append("\"");
+        list += i % 2 == 0 ? R"(,"ref_number":"TP-00421")" : "";
+        list += i % 3 == 0 ? R"(,"bid_amount":12500)" : "";
+        if (i % 4 != 0) {
+            list += R"(,"owner_username":")" + std::string(static_cast<std::size_t>(i), 'o') + '"';
+        }
+        list += R"(,"freelancer_project_id":38013194})";
+    }
+    return list + ']';
+}
+
 TEST_F(DesktopTextSize, AChangeIsFollowedWhileTheConsoleRuns)
 {
     fill();
@@ -168,6 +188,34 @@ TEST_F(DesktopTextSize, AChangeIsFollowedWhileTheConsoleRuns)
     settle();
     EXPECT_EQ(fontOf(label).pixelSize(), 12);
     EXPECT_EQ(item("statCard0")->height(), tileBefore);
+}
+
+TEST_F(DesktopTextSize, ALinesWidthIsWhatATextItemWants)
+{
+    fill();
+    show();
+    settle();
+    for (const char *text : {"Discovered", "Questions", "Bids Active", "Total Earned"}) {
+        const QQuickItem *label = scene->text(QString::fromLatin1(text));
+        EXPECT_EQ(Typography::lineWidth(textOf(label), fontOf(label)),
+                  std::ceil(label->implicitWidth()))
+            << text;
+    }
+}
+
+// A binding that goes in a circle would be warned about, which the scene takes for a failure.
+TEST_F(DesktopTextSize, MayChangeOnEveryScreenAgainAndAgain)
+{
+    fill();
+    session->alwaysReply("/projects", 200, manyProjects());
+    show({360, 720});
+    qunsetenv("TRELLISPORT_TEXT_SCALE");
+    visitAll([&](const std::string & /*name*/) {
+        for (const double scale : {1.5, 2.0, 0.8, 1.2, 1.0, 1.7, 1.0}) {
+            desktop().setDesktopTextScale(scale);
+            settle();
+        }
+    });
 }
 
 } // namespace
