@@ -65,6 +65,9 @@ public:
     /// already, that one comes to the front and this one ends.
     virtual int run(int &argc, char **argv, LaunchReason reason, const MakeEntry &makeEntry) = 0;
 
+    /// Whether a window would be seen by somebody. Any time, before run() too; main thread.
+    [[nodiscard]] virtual bool canShowWindow() const = 0;
+
     /// Asks for a device token, which the delegate is given later. Main thread; returns at once.
     virtual void registerForRemoteNotifications() = 0;
 };

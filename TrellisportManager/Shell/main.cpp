@@ -1,5 +1,6 @@
 #include "Platform/Platform.h"
 #include "ServiceAccess/ConfiguredAddress.h"
+#include "Shell/SetupProblemApp.h"
 #include "Shell/TrellisportManagerApp.h"
 
 #include <QCommandLineParser>
@@ -36,6 +37,17 @@ platform::LaunchReason readCommandLine(int &argc, char **argv)
                                     : platform::LaunchReason::User;
 }
 
+/// What is wrong with how the program was set up, as one sentence.
+std::optional<std::string> setupProblem(platform::Platform &platform)
+{
+    try {
+        (void)configuredServiceAddress(platform.environment());
+    } catch (const std::invalid_argument &problem) {
+        return problem.what();
+    }
+    return platform.setupProblem();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -44,13 +56,14 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(TRELLISPORT_VERSION));
     const platform::LaunchReason reason = readCommandLine(argc, argv);
     platform::Platform &platform = platform::Platform::current();
-    try {
-        (void)configuredServiceAddress(platform.environment());
-        if (const std::optional<std::string> problem = platform.setupProblem()) {
-            throw std::invalid_argument(*problem);
+    if (const auto problem = setupProblem(platform)) {
+        std::cerr << "trellisport-manager: " << *problem << '\n';
+        // A launcher shows no standard error, and may start the program without a window first.
+        if (reason == platform::LaunchReason::Message || platform.application().canShowWindow()) {
+            (void)platform.application().run(argc, argv, reason, [&problem] {
+                return std::make_unique<SetupProblemApp>(*problem);
+            });
         }
-    } catch (const std::invalid_argument &problem) {
-        std::cerr << "trellisport-manager: " << problem.what() << '\n';
         return 2;
     }
     return platform.application().run(argc, argv, reason,

@@ -24,11 +24,14 @@ class FixedEnvironment : public platform::Environment {
 public:
     std::map<std::string, std::string> variables;
 
+    std::string way;
+
     [[nodiscard]] std::optional<std::string> variable(const std::string &name) const override
     {
         const auto found = variables.find(name);
         return found == variables.end() ? std::nullopt : std::optional(found->second);
     }
+    [[nodiscard]] std::string wayToSet() const override { return way; }
 };
 
 TEST(ConfiguredAddress, TheEnvironmentNamesTheService)
@@ -47,15 +50,27 @@ TEST(ConfiguredAddress, AnUnusableAddressIsRefused)
     EXPECT_THROW(static_cast<void>(configuredServiceAddress(environment)), std::invalid_argument);
 }
 
+std::string outcome(const FixedEnvironment &environment)
+{
+    try {
+        return configuredServiceAddress(environment).baseURL;
+    } catch (const std::invalid_argument &error) {
+        return error.what();
+    }
+}
+
+TEST(ConfiguredAddress, WhereNoneIsNamedItIsToldHowToNameIt)
+{
+    FixedEnvironment environment;
+    EXPECT_EQ(outcome(environment), "No service is named: set TRELLISPORT_BASE_URL to its address, "
+                                    "such as https://agent.example/api/v1.");
+    environment.way = "in the book of names";
+    EXPECT_EQ(outcome(environment), "No service is named: set TRELLISPORT_BASE_URL to its address, "
+                                    "such as https://agent.example/api/v1, in the book of names.");
+}
+
 TEST(ConfiguredAddress, AnEmptyVariableCountsAsNone)
 {
-    const auto outcome = [](const FixedEnvironment &environment) {
-        try {
-            return configuredServiceAddress(environment).baseURL;
-        } catch (const std::invalid_argument &error) {
-            return std::string(error.what());
-        }
-    };
     FixedEnvironment empty;
     empty.variables["TRELLISPORT_BASE_URL"] = "";
     EXPECT_EQ(outcome(empty), outcome(FixedEnvironment()));

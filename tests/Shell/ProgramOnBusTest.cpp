@@ -10,6 +10,7 @@
 #include <QDBusVirtualObject>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
@@ -19,6 +20,7 @@
 namespace trellisport::test {
 namespace {
 
+using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 /// The program itself on a bus of its own, with everything about it played.
@@ -57,12 +59,12 @@ protected:
         return variables;
     }
     /// The bus can start it, as after an installation.
-    void install(const char *platform = nullptr)
+    void install(const char *platform = nullptr) { install(environment(platform)); }
+    void install(const QStringList &variables)
     {
-        m_bus.addService(
-            platform::applicationId(),
-            QStringLiteral("/usr/bin/env -i %1 %2 --background")
-                .arg(environment(platform).join(QLatin1Char(' ')), QStringLiteral(PROGRAM)));
+        m_bus.addService(platform::applicationId(),
+                         QStringLiteral("/usr/bin/env -i %1 %2 --background")
+                             .arg(variables.join(QLatin1Char(' ')), QStringLiteral(PROGRAM)));
     }
     QProcess &startByHand(const char *platform, const QStringList &arguments = {})
     {
@@ -105,6 +107,14 @@ protected:
     static bool hasEnded(QProcess &program)
     {
         return waitUntil([&] { return program.state() == QProcess::NotRunning; });
+    }
+    static QDBusMessage applicationCall(const QString &method, const QVariantList &arguments)
+    {
+        QDBusMessage call =
+            QDBusMessage::createMethodCall(platform::applicationId(), platform::applicationPath(),
+                                           QStringLiteral("org.freedesktop.Application"), method);
+        call.setArguments(arguments);
+        return call;
     }
     static QDBusMessage applicationCallToBus(const QString &method, const QVariantList &arguments)
     {
@@ -205,6 +215,20 @@ TEST_F(ProgramOnBusTest, WithoutAWindowItEndsWithItsSession)
     ASSERT_TRUE(hasEnded(program));
     EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
     EXPECT_EQ(program.exitCode(), 0);
+}
+
+TEST_F(ProgramOnBusTest, ALauncherGetsAWindowWhereNoServiceIsNamed)
+{
+    install(
+        environment("offscreen").filter(QRegularExpression(QStringLiteral("^(?!TRELLISPORT)"))));
+    // As launchers start it: without a window first, which they then ask for.
+    const QDBusPendingCall call = m_ours.asyncCall(
+        applicationCall(QStringLiteral("Activate"), {QVariant::fromValue(QVariantMap())}));
+    ASSERT_TRUE(waitUntil([&] { return call.isFinished(); }));
+    EXPECT_FALSE(call.isError());
+    // It is the window that keeps it here.
+    EXPECT_NE(pid(), 0);
+    EXPECT_THAT(m_distributor.registrations(), IsEmpty());
 }
 
 TEST_F(ProgramOnBusTest, WithoutADisplayAUsersStartIsRefusedInOneSentence)

@@ -25,6 +25,10 @@ Ending startWith(const QString &address, const QStringList &arguments = {},
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("TRELLISPORT_BASE_URL"), address);
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), QStringLiteral("/nonexistent"));
+    // With a display it would show a window.
+    for (const char *display : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        environment.remove(QString::fromLatin1(display));
+    }
     environment.insert(QStringLiteral("TRELLISPORT_CA_FILE"), authorityFile);
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(PROGRAM), arguments);

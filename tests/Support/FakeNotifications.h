@@ -89,6 +89,7 @@ public:
     {
         return 0;
     }
+    [[nodiscard]] bool canShowWindow() const override { return true; }
     void registerForRemoteNotifications() override { ++m_registrations; }
 
     [[nodiscard]] int registrations() const { return m_registrations; }

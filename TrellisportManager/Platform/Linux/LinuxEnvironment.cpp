@@ -11,4 +11,9 @@ std::optional<std::string> LinuxEnvironment::variable(const std::string &name) c
     return value.isNull() ? std::nullopt : std::optional(value.toStdString());
 }
 
+std::string LinuxEnvironment::wayToSet() const
+{
+    return "in ~/.config/environment.d/trellisport-manager.conf and log in again";
+}
+
 } // namespace trellisport::platform

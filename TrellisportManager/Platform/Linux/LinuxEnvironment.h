@@ -9,6 +9,7 @@ namespace trellisport::platform {
 class LinuxEnvironment final : public Environment {
 public:
     [[nodiscard]] std::optional<std::string> variable(const std::string &name) const override;
+    [[nodiscard]] std::string wayToSet() const override;
 };
 
 } // namespace trellisport::platform

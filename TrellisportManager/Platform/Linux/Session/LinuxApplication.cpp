@@ -64,6 +64,11 @@ int LinuxApplication::run(int &argc, char **argv, LaunchReason reason, const Mak
     return status;
 }
 
+bool LinuxApplication::canShowWindow() const
+{
+    return displayIsReachable();
+}
+
 void LinuxApplication::registerForRemoteNotifications()
 {
     if (m_session) {

@@ -33,6 +33,7 @@ public:
     ~LinuxApplication() override;
 
     int run(int &argc, char **argv, LaunchReason reason, const MakeEntry &makeEntry) override;
+    [[nodiscard]] bool canShowWindow() const override;
     void registerForRemoteNotifications() override;
 
 private:
