@@ -6,13 +6,18 @@ fail() {
     exit "${2:-1}"
 }
 
-# install_packages SECTION...: installs what is missing of these sections of scripts/packages.txt.
-install_packages() {
-    local wanted missing log
-    wanted=$(awk -v sections=" $* " '
+# packages_of SECTION...: the names in these sections of scripts/packages.txt.
+packages_of() {
+    awk -v sections=" $* " '
         /^#/ || NF == 0 { next }
         /^\[/ { section = substr($1, 2, length($1) - 2); next }
-        index(sections, " " section " ") { print $1 }' scripts/packages.txt)
+        index(sections, " " section " ") { print $1 }' scripts/packages.txt
+}
+
+# install_packages SECTION...: installs what is missing of these sections.
+install_packages() {
+    local wanted missing log
+    wanted=$(packages_of "$@")
     # shellcheck disable=SC2086
     missing=$(comm -23 <(tr ' ' '\n' <<<"$wanted" | sort -u) \
         <(dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' $wanted 2>/dev/null |
