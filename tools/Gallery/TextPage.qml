@@ -1,0 +1,123 @@
+import QtQuick
+import TrellisportManager.Presentation
+
+GalleryPage {
+    id: page
+
+    readonly property LinkController links: LinkController {}
+
+    title: "Texts"
+
+    Repeater {
+        model: [
+            {
+                "name": "LargeTitle",
+                "style": Typography.LargeTitle
+            },
+            {
+                "name": "Title",
+                "style": Typography.Title
+            },
+            {
+                "name": "Title2",
+                "style": Typography.Title2
+            },
+            {
+                "name": "Title3",
+                "style": Typography.Title3
+            },
+            {
+                "name": "Headline",
+                "style": Typography.Headline
+            },
+            {
+                "name": "Body",
+                "style": Typography.Body
+            },
+            {
+                "name": "Callout",
+                "style": Typography.Callout
+            },
+            {
+                "name": "Subheadline",
+                "style": Typography.Subheadline
+            },
+            {
+                "name": "Footnote",
+                "style": Typography.Footnote
+            },
+            {
+                "name": "Caption",
+                "style": Typography.Caption
+            },
+            {
+                "name": "Caption2",
+                "style": Typography.Caption2
+            }
+        ]
+
+        StyledText {
+            required property var modelData
+
+            text: modelData.name + " " + Typography.size(modelData.style)
+            textStyle: modelData.style
+        }
+    }
+    Specimen {
+        caption: "StyledText: monospaced; the system's font at 10; markup shown as it was sent"
+
+        StyledText {
+            text: "monospaced 0O 1lI"
+            textStyle: Typography.Callout
+            monospaced: true
+        }
+        StyledText {
+            text: "ten points"
+            systemSize: 10
+        }
+        StyledText {
+            text: "<b>not bold</b> &amp; no picture"
+        }
+    }
+    Specimen {
+        caption: "LinkText"
+
+        LinkText {
+            text: "agent.example"
+            url: "https://agent.example"
+            links: page.links
+        }
+    }
+    Specimen {
+        caption: "LargeTitle"
+
+        LargeTitle {
+            width: parent.width
+            title: "Projects"
+        }
+    }
+    Specimen {
+        caption: "CardTitle"
+
+        CardTitle {
+            text: "Delivery Plan"
+        }
+    }
+    Specimen {
+        caption: "SectionHeader"
+
+        SectionHeader {
+            width: parent.width
+            text: "BID PLACED"
+        }
+    }
+    Specimen {
+        caption: "EmptyText"
+
+        EmptyText {
+            width: parent.width
+            topInset: 0
+            text: "No messages yet"
+        }
+    }
+}
