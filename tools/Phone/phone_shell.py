@@ -1,0 +1,93 @@
+"""The compositor and the shell of a phone, drawn into memory."""
+
+import os
+import subprocess
+import time
+from pathlib import Path
+
+from harness.checks import wait_until
+from harness.desk import Program
+
+CONFIGURATION = """[core]
+xwayland=false
+[output:X11-1]
+mode = {width}x{height}
+scale = 2
+rotate = {rotate}
+"""
+SHELL = "/usr/libexec/phosh"
+COLOURS_OF_NOTHING = 8
+HEADER = 16
+
+
+class PhoneShell:
+    """Fills the desk's display, two pixels a point."""
+
+    def __init__(self, desk, orientation, packaged, log):
+        self._configuration = desk.folder / "phoc.ini"
+        self._configuration.write_text(CONFIGURATION.format(
+            width=desk.width, height=desk.height,
+            rotate="90" if orientation == "landscape" else "normal"), encoding="utf-8")
+        self._desk = desk
+        self._log = log
+        self._programs = []
+        self.environment = {key: value for key, value in desk.environment.items()
+                            if key != "DISPLAY"}
+        self.environment.update(
+            # The launcher shows only what it finds on the path.
+            PATH=f"{packaged}/bin:{desk.environment['PATH']}",
+            XDG_DATA_DIRS=f"{packaged}/share:/usr/local/share:/usr/share",
+            GSETTINGS_BACKEND="memory", XDG_CURRENT_DESKTOP="Phosh:GNOME",
+            QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QUICK_BACKEND="software")
+
+    def start(self, name):
+        """name: phoc or phosh."""
+        compositor = ["phoc", "-C", self._configuration]
+        if name == "phosh":
+            compositor += ["-S", "-E", f"{SHELL} -U"]
+        # On a display in memory and not without one: only so it has a pointer and a keyboard,
+        # without which the shell does not start.
+        self._run(compositor, WLR_BACKENDS="x11", WLR_RENDERER="pixman", GDK_BACKEND="wayland",
+                  DISPLAY=self._desk.environment["DISPLAY"])
+        socket = self._desk.folder / "wayland-0"
+        wait_until("the compositor listens", socket.is_socket, 20, self._log.read_text)
+        self.environment["WAYLAND_DISPLAY"] = "wayland-0"
+        if name == "phosh":
+            self._run(["squeekboard"], GDK_BACKEND="wayland")
+            wait_until("the shell draws", self._is_drawn, 30, self._log.read_text)
+
+    def _is_drawn(self):
+        """Black is what the display is before."""
+        pixels = self._grim("-t", "ppm", "-").stdout
+        return len(set(pixels[HEADER:])) > COLOURS_OF_NOTHING
+
+    def start_console(self, binary, service, log):
+        """Gives its process id."""
+        program = Program([binary], dict(
+            self.environment, TRELLISPORT_BASE_URL=service.base_url,
+            TRELLISPORT_CA_FILE=str(service.authority)), log)
+        self._programs.append(program)
+        return program.pid
+
+    def picture(self, file):
+        """Of the whole screen, once it stays the same."""
+        before = b""
+        end = time.monotonic() + 15
+        while time.monotonic() < end:
+            time.sleep(0.4)
+            self._grim(file)
+            now = Path(file).read_bytes()
+            if now == before:
+                return
+            before = now
+
+    def stop(self):
+        for program in reversed(self._programs):
+            program.stop()
+
+    def _grim(self, *options):
+        return subprocess.run(["grim", *options], env=self.environment, check=False,
+                              capture_output=True, timeout=20)
+
+    def _run(self, command, **more):
+        self._programs.append(Program(command, dict(self.environment, **more), self._log))
