@@ -50,6 +50,7 @@ class MockService:
         self._folder = folder
         self._environment = environment
         self._programs = []
+        self._tries = 0
 
     def start(self):
         self._folder.mkdir()
@@ -66,6 +67,7 @@ class MockService:
         self.base_url = f"https://127.0.0.1:{port}/api/v1"
         self.context = ssl.create_default_context(cafile=self.authority)
         wait_until("the mock server answers", self._answers, 60, self._outputs)
+        self._tries = len(self._logged())
 
     def stop(self):
         for program in reversed(self._programs):
@@ -82,7 +84,11 @@ class MockService:
         return self.get(f"/projects/{project['id']}/{part}")
 
     def requests(self):
-        """Every request so far, the test's own included: method, path below the base, status."""
+        """Every request since the start, the test's own included: method, path below the base,
+        status."""
+        return self._logged()[self._tries:]
+
+    def _logged(self):
         found = []
         for line in (self._folder / "requests").read_text(encoding="utf-8").splitlines():
             match = REQUEST.match(line)
