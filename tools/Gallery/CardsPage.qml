@@ -47,54 +47,60 @@ GalleryPage {
         }
     }
     Specimen {
-        caption: "CardList with CardRow: titled, plain, in two pieces; ScrollMark"
+        caption: "CardRow: titled, plain, in two pieces"
 
-        CardList {
+        CardRow {
             width: parent.width
-            height: 300
-            model: ListModel {
-                ListElement {
-                    first: true
-                    last: true
-                    heading: "Titled"
-                    body: "A card with a title."
-                }
-                ListElement {
-                    first: true
-                    last: true
-                    heading: ""
-                    body: "A card without one."
-                }
-                ListElement {
-                    first: true
-                    last: false
-                    heading: ""
-                    body: "The first piece of a long card,"
-                }
-                ListElement {
-                    first: false
-                    last: true
-                    heading: ""
-                    body: "and its last."
-                }
+            index: 0
+            first: true
+            last: true
+            titled: true
+            title: "Titled"
+            contentHeight: 15
+
+            StyledText {
+                width: parent.width
+                text: "A card with a title."
+                textStyle: Typography.Caption
             }
-            delegate: CardRow {
-                id: row
+        }
+        CardRow {
+            width: parent.width
+            index: 1
+            first: true
+            last: true
+            contentHeight: 15
 
-                required property string heading
-                required property string body
+            StyledText {
+                width: parent.width
+                text: "A card without one."
+                textStyle: Typography.Caption
+            }
+        }
+        CardRow {
+            width: parent.width
+            index: 2
+            first: true
+            last: false
+            contentHeight: 15
 
-                titled: heading.length > 0
-                title: heading
-                contentHeight: words.height
+            StyledText {
+                width: parent.width
+                text: "The first piece of a long card,"
+                textStyle: Typography.Caption
+            }
+        }
+        CardRow {
+            width: parent.width
+            index: 3
+            first: false
+            last: true
+            contentHeight: 15
 
-                StyledText {
-                    id: words
-
-                    width: parent.width
-                    text: row.body
-                    textStyle: Typography.Caption
-                }
+            StyledText {
+                width: parent.width
+                text: "and its last."
+                textStyle: Typography.Caption
             }
         }
     }

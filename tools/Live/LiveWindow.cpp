@@ -3,7 +3,6 @@
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QTextStream>
-#include <QWindow>
 
 #include <chrono>
 
@@ -32,21 +31,25 @@ void LiveWindow::show()
 {
     QElapsedTimer timer;
     timer.start();
+    if (m_window) {
+        // Its end is not the user's wish.
+        m_window->disconnect(this);
+    }
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->addUrlInterceptor(&m_sources);
     m_engine->setInitialProperties({{QStringLiteral("content"), QVariant::fromValue(&m_content)}});
     m_engine->addImportPath(QStringLiteral(":/qt/qml"));
     m_engine->load(QUrl(QStringLiteral("qrc:/qt/qml/TrellisportManager/Shell/AppWindow.qml")));
     const auto roots = m_engine->rootObjects();
-    const auto *window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first());
-    if (window) {
-        connect(window, &QWindow::visibleChanged, this, [](bool isVisible) {
+    m_window = roots.isEmpty() ? nullptr : qobject_cast<QWindow *>(roots.first());
+    if (m_window) {
+        connect(m_window, &QWindow::visibleChanged, this, [](bool isVisible) {
             if (!isVisible) {
                 QGuiApplication::quit();
             }
         });
     }
-    QTextStream(stdout) << (window ? "shown" : "can't be shown") << " after " << timer.elapsed()
+    QTextStream(stdout) << (m_window ? "shown" : "can't be shown") << " after " << timer.elapsed()
                         << " ms" << Qt::endl;
 }
 

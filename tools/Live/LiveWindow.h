@@ -4,8 +4,10 @@
 #include "Shell/ContentViewModel.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QQmlApplicationEngine>
 #include <QTimer>
+#include <QWindow>
 
 #include <memory>
 
@@ -26,6 +28,7 @@ private:
     LiveSources &m_sources;
     ContentViewModel m_content;
     std::unique_ptr<QQmlApplicationEngine> m_engine;
+    QPointer<QWindow> m_window;
     QTimer m_timer;
     QString m_shown;
 };
