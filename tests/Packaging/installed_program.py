@@ -2,8 +2,8 @@
 
     installed_program.py --root FOLDER --service FILE --artifacts DIR
 
-FOLDER is that system. Needs root, to look at it from inside. The display, the buses and the practice
-service are this machine's.
+FOLDER is that system. Needs root, to look at it from inside. The display, the buses and the
+practice service are this machine's.
 """
 
 import argparse

@@ -80,6 +80,14 @@ GalleryPage {
         }
     }
     Specimen {
+        caption: "LineText: shortened"
+
+        LineText {
+            width: 200
+            text: "A line that is longer than its place"
+        }
+    }
+    Specimen {
         caption: "LinkText"
 
         LinkText {

@@ -2,19 +2,16 @@
 
     phone.py SHELL ORIENTATION --console FILE --service FILE --packaged FOLDER --pictures DIR
 
-SHELL is phoc, the bare compositor, or phosh, the whole shell with its keyboard. --packaged holds the
-files that an installation adds, so that the shell's launcher knows the console.
+SHELL is phoc, the bare compositor, or phosh, the whole shell with its keyboard. --packaged holds
+the files that an installation adds, so that the shell's launcher knows the console.
 """
 
 import argparse
-import subprocess
 import sys
-import time
 from pathlib import Path
 
 import projects_chapter
 import workspace_chapter
-from gi.repository import GLib
 from harness.accessible import AccessibleProgram, Gone
 from harness.checks import CheckFailed, wait_until
 from harness.desk import Desk
@@ -53,7 +50,8 @@ class Phone:
     def act(self, role, name, action=None, index=0):
         """Presses it, or does the named action; what must be scrolled to counts as well."""
         def probe():
-            found = [node for node in self.look().present() if (node.role, node.name) == (role, name)]
+            found = [node for node in self.look().present()
+                     if (node.role, node.name) == (role, name)]
             if len(found) <= index:
                 return False
             try:
@@ -125,7 +123,8 @@ def main():
     with Desk(720, 1440) as desk:
         service = PracticeService(options.service, desk.folder / "data", desk.environment,
                                   options.pictures / "service.log")
-        shell = PhoneShell(desk, options.orientation, options.packaged, options.pictures / "shell.log")
+        shell = PhoneShell(desk, options.orientation, options.packaged,
+                           options.pictures / "shell.log")
         try:
             service.start()
             shell.start(options.shell)

@@ -1,6 +1,5 @@
 """The compositor and the shell of a phone, drawn into memory."""
 
-import os
 import subprocess
 import time
 from pathlib import Path
