@@ -17,8 +17,11 @@ from harness.checks import CheckFailed, wait_until
 from harness.desk import Desk
 from harness.practice_service import PracticeService
 from harness.screen import Screen
+from harness.session import InstalledConsole
 from phone_shell import PhoneShell
 
+# In the launcher's grid; the shell shows only what is made for phones.
+FIRST_ICON = (45, 190)
 TABS = [("Questions", "questions"), ("Chat", "chat"), ("Bids", "bids"), ("Dev", "development"),
         ("Logs", "logs"), ("Decisions", "decisions"), ("Reports", "reports")]
 
@@ -81,6 +84,15 @@ def asking_project(phone, service):
     return next(node.name for node in screen.present() if node.name in asking)
 
 
+def tap_icon(desk, shell, service, options):
+    """Starts the console as a person does; gives its process id."""
+    packaged = next(options.packaged.glob("share/dbus-1/services/*.service"))
+    console = InstalledConsole(options.console, packaged, desk, service, shell.environment)
+    console.install()
+    shell.tap(*FIRST_ICON)
+    return wait_until("the launcher starts the console", console.pid, 30, console.output)
+
+
 def walk(phone, service):
     """Through every screen."""
     phone.wait_for("the dashboard", lambda seen: any(
@@ -104,10 +116,9 @@ def walk(phone, service):
             phone.act("text", "Type your answer...", "SetFocus")
             phone.picture("workspace-decisions-typing")
     phone.act("page tab", "Settings")
-    phone.wait_for("the settings", lambda seen: any(
-        node.name == "Save Changes" for node in seen.window.walk()))
+    phone.wait_for("the settings", lambda seen: seen.has("text", "Max Daily Bids"))
     phone.picture("settings")
-    phone.act("text", "Max Concurrent", "SetFocus")
+    phone.act("text", "Max Daily Bids", "SetFocus")
     phone.picture("settings-typing")
 
 
@@ -129,8 +140,13 @@ def main():
             service.start()
             shell.start(options.shell)
             if options.shell == "phosh":
-                shell.picture(options.pictures / "launcher.png")
-            pid = shell.start_console(options.console, service, options.pictures / "console.log")
+                # It unfolds by and by.
+                shell.picture(options.pictures / "launcher.png", alike=6)
+            if options.shell == "phosh" and options.orientation == "portrait":
+                pid = tap_icon(desk, shell, service, options)
+            else:
+                pid = shell.start_console(options.console, service,
+                                          options.pictures / "console.log")
             console = AccessibleProgram(desk.accessibility, pid)
             wait_until("the console is on the accessibility bus", console.present, 30)
             phone = Phone(shell, console, options.pictures)

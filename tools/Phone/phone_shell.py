@@ -68,16 +68,21 @@ class PhoneShell:
         self._programs.append(program)
         return program.pid
 
-    def picture(self, file):
-        """Of the whole screen, once it stays the same."""
-        before = b""
+    def tap(self, x, y):
+        """At a place of the screen in points, counted from its upper left corner; not on a turned
+        screen."""
+        subprocess.run(["xdotool", "mousemove", str(2 * x), str(2 * y), "click", "1"], check=True,
+                       env=self._desk.environment, timeout=20)
+
+    def picture(self, file, alike=2):
+        """Of the whole screen, once so many in a row are the same."""
+        before, seen = b"", 0
         end = time.monotonic() + 15
-        while time.monotonic() < end:
+        while seen < alike and time.monotonic() < end:
             time.sleep(0.4)
             self._grim(file)
             now = Path(file).read_bytes()
-            if now == before:
-                return
+            seen = seen + 1 if now == before else 1
             before = now
 
     def stop(self):
