@@ -130,6 +130,7 @@ class PlayedApplication : public platform::Application {
 public:
     int run(int &argc, char **argv, platform::LaunchReason reason,
             const MakeEntry &makeEntry) override;
+    [[nodiscard]] bool canShowWindow() const override { return true; }
     void registerForRemoteNotifications() override { m_onRegister(); }
     void setOnRegister(std::function<void()> onRegister) { m_onRegister = std::move(onRegister); }
 

@@ -59,7 +59,7 @@ GalleryPage {
         StyledText {
             required property var modelData
 
-            text: modelData.name + " " + Typography.size(modelData.style)
+            text: modelData.name
             textStyle: modelData.style
         }
     }
