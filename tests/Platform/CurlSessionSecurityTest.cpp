@@ -2,8 +2,13 @@
 
 #include <gmock/gmock.h>
 
+#include <openssl/pem.h>
+
 #include <filesystem>
 #include <fstream>
+#include <iomanip>
+#include <memory>
+#include <sstream>
 #include <string>
 
 namespace trellisport::test {
@@ -63,14 +68,15 @@ TEST(CurlSessionSecurity, TheTestAuthorityCountsOnlyWhereItIsNamed)
     EXPECT_EQ(server.requestCount(), 0);
 }
 
-TEST(CurlSessionSecurity, TheSystemsAuthoritiesAreReadForTheFirstConnectionOnly)
+TEST(CurlSessionSecurity, AuthoritiesAreReadOnce)
 {
     const ScriptedServer server(agreeing());
     const std::string file = testing::TempDir() + "system-authorities.pem";
     std::filesystem::copy_file(ScriptedServer::authorityFile(), file,
                                std::filesystem::copy_options::overwrite_existing);
     CurlHttpOptions options;
-    options.systemAuthorityFile = file;
+    options.systemAuthorities = file;
+    options.authorityFile = file;
     CurlHttpSession session(options);
     SessionProbe first(session, postRequest(server.origin() + "/a"));
     EXPECT_EQ(first.waitForReply().status, 200);
@@ -89,7 +95,7 @@ TEST(CurlSessionSecurity, AnAddedAuthorityIsTrustedBesideTheSystems)
     const ScriptedServer byAdded(agreeing());
     const ScriptedServer byNeither(agreeing(), {.identity = Identity::UnknownAuthority});
     CurlHttpOptions options;
-    options.systemAuthorityFile = systemAuthority.authorityFile();
+    options.systemAuthorities = systemAuthority.authorityFile();
     EXPECT_EQ(failure(byAdded, options).failure(), TransportFailure::SecureConnectionFailed);
 
     options.authorityFile = ScriptedServer::authorityFile();
@@ -107,10 +113,40 @@ TEST(CurlSessionSecurity, AnAddedAuthorityIsEnoughWhereTheSystemHasNone)
 {
     const ScriptedServer server(agreeing());
     CurlHttpOptions options = trustingOptions();
-    options.systemAuthorityFile = "/nowhere/at-all.pem";
+    options.systemAuthorities = "/nowhere/at-all.pem";
     CurlHttpSession session(options);
     SessionProbe probe(session, getRequest(server.origin() + "/a"));
     EXPECT_EQ(probe.waitForReply().status, 200);
+}
+
+/// The name under which a folder's certificates are looked up.
+std::string searchedName(const std::string &certificateFile)
+{
+    const std::unique_ptr<BIO, decltype(&BIO_free)> file(BIO_new_file(certificateFile.c_str(), "r"),
+                                                         &BIO_free);
+    const CertificatePointer certificate(PEM_read_bio_X509(file.get(), nullptr, nullptr, nullptr));
+    std::ostringstream name;
+    name << std::hex << std::setfill('0') << std::setw(8)
+         << X509_subject_name_hash(certificate.get()) << ".0";
+    return name.str();
+}
+
+TEST(CurlSessionSecurity, AFolderOfAuthoritiesIsSearched)
+{
+    const ScriptedServer known(agreeing());
+    const ScriptedServer unknown(agreeing(), {.identity = Identity::UnknownAuthority});
+    const std::filesystem::path folder = testing::TempDir() + "system-authorities";
+    std::filesystem::create_directory(folder);
+    std::filesystem::copy_file(ScriptedServer::authorityFile(),
+                               folder / searchedName(ScriptedServer::authorityFile()),
+                               std::filesystem::copy_options::overwrite_existing);
+    CurlHttpOptions options;
+    options.systemAuthorities = folder.string();
+    CurlHttpSession session(options);
+    SessionProbe probe(session, getRequest(known.origin() + "/a"));
+    EXPECT_EQ(probe.waitForReply().status, 200);
+    EXPECT_EQ(failure(unknown, options).failure(), TransportFailure::SecureConnectionFailed);
+    std::filesystem::remove_all(folder);
 }
 
 TEST(CurlSessionSecurity, AFileOfAuthoritiesThatCannotBeReadIsAFailure)

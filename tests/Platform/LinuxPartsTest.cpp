@@ -132,7 +132,7 @@ TEST(HttpOptions, GiveAnExchangeSixtySecondsAndAddTheNamedAuthorities)
     qunsetenv("TRELLISPORT_CA_FILE");
     EXPECT_EQ(options.timeout, 60s);
     EXPECT_EQ(options.authorityFile, "/some/authorities.pem");
-    EXPECT_EQ(options.systemAuthorityFile, "") << "the system's own";
+    EXPECT_EQ(options.systemAuthorities, "") << "the system's own";
     EXPECT_EQ(httpOptions(LinuxEnvironment()).authorityFile, "");
 }
 

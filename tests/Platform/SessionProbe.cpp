@@ -91,7 +91,7 @@ platform::CurlHttpOptions trustingOptions(std::chrono::milliseconds timeout)
     options.timeout = timeout;
     options.authorityFile = ScriptedServer::authorityFile();
     // Reading all the system's authorities for each connection would take most of the tests' time.
-    options.systemAuthorityFile = options.authorityFile;
+    options.systemAuthorities = options.authorityFile;
     return options;
 }
 

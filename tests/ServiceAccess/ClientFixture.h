@@ -32,7 +32,7 @@ private:
         platform::CurlHttpOptions options;
         options.timeout = timeout;
         options.authorityFile = ScriptedServer::authorityFile();
-        options.systemAuthorityFile = options.authorityFile; // a small one, soon read
+        options.systemAuthorities = options.authorityFile; // a small one, soon read
         return std::make_shared<platform::CurlHttpSession>(std::move(options));
     }
 

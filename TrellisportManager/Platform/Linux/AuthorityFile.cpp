@@ -30,7 +30,7 @@ std::optional<std::string> authorityFileProblem(const std::string &file)
     if (!std::filesystem::exists(status)) {
         return sentence(file, error.value() == EACCES ? "must not be read" : "does not exist");
     }
-    // It is read again for each connection, which nothing but a file allows.
+    // It is read again when the session starts, which nothing but a file allows.
     if (!std::filesystem::is_regular_file(status)) {
         return sentence(file, "is not a file");
     }
@@ -44,13 +44,6 @@ std::optional<std::string> authorityFileProblem(const std::string &file)
         return sentence(file, "holds no certificates in PEM form");
     }
     return {};
-}
-
-bool addAuthorities(SSL_CTX *context, const std::string &file)
-{
-    const bool isAdded = SSL_CTX_load_verify_file(context, file.c_str()) == 1;
-    ERR_clear_error();
-    return isAdded;
 }
 
 } // namespace trellisport::platform

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <openssl/ssl.h>
-
 #include <optional>
 #include <string>
 
@@ -10,9 +8,5 @@ namespace trellisport::platform {
 /// Why this file can't add certificate authorities, as one sentence that names it; absent when it
 /// is a file that holds at least one certificate in PEM form. Any thread.
 [[nodiscard]] std::optional<std::string> authorityFileProblem(const std::string &file);
-
-/// Adds the file's authorities to those that the context trusts already. False when it can't be
-/// read.
-[[nodiscard]] bool addAuthorities(SSL_CTX *context, const std::string &file);
 
 } // namespace trellisport::platform

@@ -19,8 +19,9 @@ struct CurlHttpOptions {
     std::size_t replyLimit = std::size_t{256} << 20;
     /// A file of certificate authorities (PEM) trusted besides the system's; empty for none.
     std::string authorityFile = {};
-    /// A file in place of the system's own file of authorities; empty for that one.
-    std::string systemAuthorityFile = {};
+    /// A file, or a folder as the system's is, in place of the system's authorities; empty for
+    /// those.
+    std::string systemAuthorities = {};
 };
 
 /// HTTP with libcurl, on one thread of its own, which lives as long as the session. Destroying the

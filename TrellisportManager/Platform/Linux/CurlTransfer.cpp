@@ -1,12 +1,11 @@
 #include "Platform/Linux/CurlTransfer.h"
 
-#include "Platform/Linux/AuthorityFile.h"
+#include "Platform/Linux/Authorities.h"
 #include "Platform/Linux/ConnectionBytes.h"
 #include "Platform/Linux/CurlFailure.h"
 
 #include <algorithm>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 
 namespace trellisport::platform {
@@ -50,17 +49,20 @@ bool isClean(std::string_view headerText)
 }
 
 /// libcurl's callback, when it has set up the context of a new connection.
-CURLcode addOwnAuthorities(CURL * /*handle*/, void *context, void *file)
+CURLcode useAuthorities(CURL * /*handle*/, void *context, void *data)
 {
-    return addAuthorities(static_cast<SSL_CTX *>(context), *static_cast<const std::string *>(file))
-               ? CURLE_OK
-               : CURLE_SSL_CACERT_BADFILE;
+    const auto &authorities = *static_cast<const Authorities *>(data);
+    if (authorities.areIncomplete()) {
+        return CURLE_SSL_CACERT_BADFILE;
+    }
+    authorities.applyTo(static_cast<SSL_CTX *>(context));
+    return CURLE_OK;
 }
 
 } // namespace
 
 CurlTransfer::CurlTransfer(HttpRequest request, const std::vector<HttpHeader> &conditions,
-                           const CurlHttpOptions &options)
+                           const CurlHttpOptions &options, const Authorities &authorities)
     : m_request(std::move(request))
     , m_reply(options.replyLimit)
     , m_handle(curl_easy_init())
@@ -75,7 +77,7 @@ CurlTransfer::CurlTransfer(HttpRequest request, const std::vector<HttpHeader> &c
     setAddress();
     setMethodAndBody();
     setHeaders(conditions);
-    setSecurity(options);
+    setSecurity(authorities);
 }
 
 CurlTransfer::~CurlTransfer() = default;
@@ -161,33 +163,17 @@ void CurlTransfer::appendHeader(const std::string &line)
     m_headers.reset(longer);
 }
 
-void CurlTransfer::setSecurity(const CurlHttpOptions &options)
+void CurlTransfer::setSecurity(const Authorities &authorities)
 {
     set(CURLOPT_SSL_VERIFYPEER, 1L);
     set(CURLOPT_SSL_VERIFYHOST, 2L);
     set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-    const std::string &systemFile = options.systemAuthorityFile;
-    if (!systemFile.empty()) {
-        set(CURLOPT_CAINFO, systemFile.c_str());
-    }
-    const char *builtIn = nullptr;
-    curl_easy_getinfo(m_handle.get(), CURLINFO_CAINFO, &builtIn);
-    const char *used = systemFile.empty() ? builtIn : systemFile.c_str();
-    const bool hasSystemFile = used != nullptr && access(used, R_OK) == 0;
-    if (hasSystemFile) {
-        // The system's folder holds the same authorities one by one. Without it libcurl keeps the
-        // file's for further connections: reading them takes longer than all else in connecting.
-        set(CURLOPT_CAPATH, static_cast<const char *>(nullptr));
-    }
-    if (!options.authorityFile.empty()) {
-        // libcurl's own option for a file would take the place of the system's; this adds to it,
-        // and is enough by itself on a machine that has none.
-        if (!hasSystemFile) {
-            set(CURLOPT_CAINFO, static_cast<const char *>(nullptr));
-        }
-        set(CURLOPT_SSL_CTX_FUNCTION, &addOwnAuthorities);
-        set(CURLOPT_SSL_CTX_DATA, &options.authorityFile);
-    }
+    // libcurl itself need not read any.
+    set(CURLOPT_CAINFO, static_cast<const char *>(nullptr));
+    set(CURLOPT_CAPATH, static_cast<const char *>(nullptr));
+    set(CURLOPT_SSL_CTX_FUNCTION, &useAuthorities);
+    // libcurl's interface has no const; nothing is changed.
+    set(CURLOPT_SSL_CTX_DATA, &authorities);
 }
 
 CurlTransfer::Clock::time_point CurlTransfer::lastProgress(bool sharesConnection)

@@ -14,15 +14,18 @@
 
 namespace trellisport::platform {
 
+class Authorities;
+
 /// One request on its way and the reply that comes back. The worker's thread only.
 class CurlTransfer {
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// conditions: headers sent besides the request's own. options must outlive the transfer.
+    /// conditions: headers sent besides the request's own. The authorities must outlive the
+    /// transfer.
     /// Throws TransportError when the request can't be sent.
     CurlTransfer(HttpRequest request, const std::vector<HttpHeader> &conditions,
-                 const CurlHttpOptions &options);
+                 const CurlHttpOptions &options, const Authorities &authorities);
     CurlTransfer(const CurlTransfer &) = delete;
     CurlTransfer &operator=(const CurlTransfer &) = delete;
     ~CurlTransfer();
@@ -51,7 +54,7 @@ private:
     void setHeaders(const std::vector<HttpHeader> &conditions);
     void appendHeaders(const std::vector<HttpHeader> &headers);
     void appendHeader(const std::string &line);
-    void setSecurity(const CurlHttpOptions &options);
+    void setSecurity(const Authorities &authorities);
     template <typename Value>
     void set(CURLoption option, Value value);
     [[nodiscard]] std::uint64_t bytesMoved(bool sharesConnection) const;

@@ -31,6 +31,7 @@ void complete(const HttpSession::Completion &completion, HttpResult result) noex
 CurlWorker::CurlWorker(CurlInbox &inbox, const CurlHttpOptions &options)
     : m_inbox(inbox)
     , m_options(options)
+    , m_authorities(options)
     , m_multi(curl_multi_init())
 {
     curl_multi_setopt(m_multi, CURLMOPT_MAXCONNECTS, keptConnections);
@@ -89,8 +90,8 @@ void CurlWorker::start(CurlJob job)
         return;
     }
     try {
-        auto transfer =
-            std::make_unique<CurlTransfer>(std::move(job.request), ticket.conditions, m_options);
+        auto transfer = std::make_unique<CurlTransfer>(std::move(job.request), ticket.conditions,
+                                                       m_options, m_authorities);
         if (curl_multi_add_handle(m_multi, transfer->handle()) != CURLM_OK) {
             throw transportError(TransportFailure::Other);
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Authorities.h"
 #include "Platform/Linux/CurlHttpSession.h"
 #include "Platform/Linux/CurlInbox.h"
 #include "Platform/Linux/CurlTransfer.h"
@@ -16,7 +17,7 @@ namespace trellisport::platform {
 /// What the session's thread does: starts jobs, moves their bytes, ends them.
 class CurlWorker {
 public:
-    /// Both must outlive the worker.
+    /// Both must outlive the worker. Reads the authorities.
     CurlWorker(CurlInbox &inbox, const CurlHttpOptions &options);
     CurlWorker(const CurlWorker &) = delete;
     CurlWorker &operator=(const CurlWorker &) = delete;
@@ -48,6 +49,7 @@ private:
 
     CurlInbox &m_inbox;
     const CurlHttpOptions &m_options;
+    const Authorities m_authorities;
     CURLM *m_multi;
     HttpCache m_cache;
     RunningJobs m_running;
