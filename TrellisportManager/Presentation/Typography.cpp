@@ -101,4 +101,11 @@ double Typography::lineWidth(const QString &text, const QFont &font)
     return std::ceil(QFontMetricsF(font).horizontalAdvance(text));
 }
 
+void Typography::readAhead()
+{
+    for (const int weight : {QFont::Normal, QFont::Medium, QFont::DemiBold, QFont::Bold}) {
+        (void)QFontMetricsF(makeFont(styles[0].size, weight, false)).height();
+    }
+}
+
 } // namespace trellisport

@@ -56,6 +56,10 @@ public:
     /// it.
     [[nodiscard]] Q_INVOKABLE static double lineWidth(const QString &text, const QFont &font);
 
+    /// Finds the fonts that the screens use, so that the first text need not wait for it. Any
+    /// thread, while there is a QGuiApplication.
+    static void readAhead();
+
 Q_SIGNALS:
     void textScaleChanged();
 

@@ -1,12 +1,9 @@
 import QtQuick
 import TrellisportManager.Dashboard
 import TrellisportManager.Presentation
-import TrellisportManager.ProjectDetail
-import TrellisportManager.ProjectsList
-import TrellisportManager.Settings
 import TrellisportManager.Shell
 
-// The root: three tabs over one tab bar. All three screens exist from the start; one is shown.
+// The root: three tabs over one tab bar. All three exist from the start; one is shown.
 Rectangle {
     id: root
 
@@ -17,23 +14,10 @@ Rectangle {
         }
     }
     property Component projects: Component {
-        ProjectsListView {
-            viewModel: ProjectsListViewModel {}
-            workspace: Component {
-                ProjectDetailView {
-                    id: detail
-
-                    viewModel: ProjectDetailViewModel {
-                        projectId: detail.projectId
-                    }
-                }
-            }
-        }
+        ProjectsTab {}
     }
     property Component settings: Component {
-        SettingsView {
-            viewModel: SettingsViewModel {}
-        }
+        SettingsTab {}
     }
 
     color: Colors.background

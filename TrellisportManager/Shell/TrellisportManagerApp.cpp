@@ -1,5 +1,9 @@
 #include "Shell/TrellisportManagerApp.h"
 
+#include "Platform/Platform.h"
+#include "Presentation/Typography.h"
+#include "ServiceAccess/TrellisportAPI.h"
+
 #include <QWindow>
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -21,6 +25,10 @@ TrellisportManagerApp::TrellisportManagerApp(NotificationManager &notifications)
 bool TrellisportManagerApp::showWindow()
 {
     if (!m_engine) {
+        // What the screens will wait for begins on other threads while they are made: the
+        // certificate authorities, which the session reads first, and the fonts.
+        (void)TrellisportAPI::shared();
+        platform::Platform::current().executor().run([] { Typography::readAhead(); });
         m_content = std::make_unique<ContentViewModel>(m_notifications);
         m_engine = std::make_unique<QQmlApplicationEngine>();
         m_engine->setInitialProperties(

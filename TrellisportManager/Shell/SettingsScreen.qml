@@ -1,0 +1,5 @@
+import TrellisportManager.Settings
+
+SettingsView {
+    viewModel: SettingsViewModel {}
+}

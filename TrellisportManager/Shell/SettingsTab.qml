@@ -1,0 +1,6 @@
+import QtQuick
+import TrellisportManager.Shell
+
+LaterScreen {
+    screen: Qt.resolvedUrl("SettingsScreen.qml")
+}
