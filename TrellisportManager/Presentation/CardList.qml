@@ -27,7 +27,7 @@ ListView {
     currentIndex: -1
     // Short lists too can be pulled, as everywhere on a phone.
     boundsBehavior: Flickable.DragAndOvershootBounds
-    activeFocusOnTab: scrolledByKeys && keys.scrolls
+    activeFocusOnTab: scrolledByKeys && keys.takesTab
 
     Accessible.role: Accessible.List
 

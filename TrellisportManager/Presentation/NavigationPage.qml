@@ -76,7 +76,7 @@ Rectangle {
     Binding {
         target: root.scrollArea
         property: "activeFocusOnTab"
-        value: keys.scrolls
+        value: keys.takesTab
         when: root.scrolledByKeys
     }
     Binding {

@@ -14,6 +14,9 @@ Item {
     readonly property real bottomY: Math.max(topY, scrollArea.originY + scrollArea.contentHeight + scrollArea.bottomMargin - scrollArea.height)
     // Whether there is anything to be scrolled.
     readonly property bool scrolls: bottomY > topY
+    // Whether Tab is to stop at the area: as long as it can be scrolled, and until it is left when it
+    // no longer can. What has the keyboard can't be taken out of Tab's way.
+    readonly property bool takesTab: scrolls || root.Window.activeFocusItem === scrollArea
 
     function scrollBy(distance: real): void {
         root.scrollTo(root.scrollArea.contentY + distance);

@@ -96,6 +96,19 @@ TEST_F(CardListTest, CardsStandInsetAndApart)
     EXPECT_EQ(sceneRect(scene->text(QStringLiteral("one"))).topLeft(), QPointF(32, 32));
 }
 
+TEST_F(CardListTest, AListThatStopsScrollingKeepsTheKeyboardUntilItIsLeft)
+{
+    const auto scene = show({lines(170)});
+    QQuickItem *list = scene->item(QStringLiteral("list"));
+    EXPECT_TRUE(list->activeFocusOnTab());
+    list->forceActiveFocus(Qt::TabFocusReason);
+    rows.show({"one"});
+    (void)scene->picture();
+    EXPECT_TRUE(list->hasActiveFocus());
+    list->setFocus(false);
+    EXPECT_FALSE(list->activeFocusOnTab());
+}
+
 TEST_F(CardListTest, ACardOverSeveralRowsIsOneGround)
 {
     const auto scene = show({lines(170), "next"}, {390, 4000});

@@ -56,6 +56,21 @@ TEST(NavigationPage, ShowsTheLargeTitleAtTheLeadingEdgeUntilItIsScrolledAway)
     EXPECT_FALSE(scene.has(QStringLiteral("largeTitle")));
 }
 
+// The toolkit warns of what would no longer be reached by Tab while it has the keyboard, and the
+// scene takes that for a failure.
+TEST(NavigationPage, AnAreaThatStopsScrollingKeepsTheKeyboardUntilItIsLeft)
+{
+    QmlScene scene(page);
+    QQuickItem *area = scene.item(QStringLiteral("area"));
+    EXPECT_TRUE(area->activeFocusOnTab());
+    area->forceActiveFocus(Qt::TabFocusReason);
+    area->setProperty("contentHeight", 100);
+    EXPECT_TRUE(area->hasActiveFocus());
+    EXPECT_TRUE(area->activeFocusOnTab());
+    scene.root()->forceActiveFocus();
+    EXPECT_FALSE(area->activeFocusOnTab());
+}
+
 TEST(NavigationPage, PullingPastTheThresholdAsksForOneReload)
 {
     QmlScene scene(page);
