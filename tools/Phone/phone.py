@@ -140,8 +140,7 @@ def main():
             service.start()
             shell.start(options.shell)
             if options.shell == "phosh":
-                # It unfolds by and by.
-                shell.picture(options.pictures / "launcher.png", alike=6)
+                shell.picture(options.pictures / "launcher.png")
             if options.shell == "phosh" and options.orientation == "portrait":
                 pid = tap_icon(desk, shell, service, options)
             else:

@@ -15,8 +15,9 @@ scale = 2
 rotate = {rotate}
 """
 SHELL = "/usr/libexec/phosh"
-COLOURS_OF_NOTHING = 8
+# Of a picture that grim writes without packing it.
 HEADER = 16
+BRIGHT = 150
 
 
 class PhoneShell:
@@ -53,12 +54,15 @@ class PhoneShell:
         self.environment["WAYLAND_DISPLAY"] = "wayland-0"
         if name == "phosh":
             self._run(["squeekboard"], GDK_BACKEND="wayland")
-            wait_until("the shell draws", self._is_drawn, 30, self._log.read_text)
+            wait_until("the launcher unfolds", self._shows_launcher, 60, self._log.read_text)
 
-    def _is_drawn(self):
-        """Black is what the display is before."""
-        pixels = self._grim("-t", "ppm", "-").stdout
-        return len(set(pixels[HEADER:])) > COLOURS_OF_NOTHING
+    def _shows_launcher(self):
+        """Below the panel everything is black before. It is drawn when something moves."""
+        subprocess.run(["xdotool", "mousemove_relative", "1", "1"], check=True,
+                       env=self._desk.environment, timeout=20)
+        time.sleep(0.3)
+        pixels = self._grim("-t", "ppm", "-").stdout[HEADER:]
+        return max(pixels[len(pixels) // 4:], default=0) > BRIGHT
 
     def start_console(self, binary, service, log):
         """Gives its process id."""
@@ -74,16 +78,15 @@ class PhoneShell:
         subprocess.run(["xdotool", "mousemove", str(2 * x), str(2 * y), "click", "1"], check=True,
                        env=self._desk.environment, timeout=20)
 
-    def picture(self, file, alike=2):
-        """Of the whole screen, once so many in a row are the same."""
-        before, seen = b"", 0
+    def picture(self, file):
+        """Of the whole screen, once it stays the same."""
+        before, now = b"", None
         end = time.monotonic() + 15
-        while seen < alike and time.monotonic() < end:
-            time.sleep(0.4)
+        while now != before and time.monotonic() < end:
+            before = now
+            time.sleep(0.7)
             self._grim(file)
             now = Path(file).read_bytes()
-            seen = seen + 1 if now == before else 1
-            before = now
 
     def stop(self):
         for program in reversed(self._programs):
