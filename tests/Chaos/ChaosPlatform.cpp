@@ -21,7 +21,7 @@ std::shared_ptr<platform::CurlHttpSession> newSession(const platform::Environmen
     platform::CurlHttpOptions options;
     options.timeout = timeout;
     options.authorityFile = environment.variable("TRELLISPORT_CA_FILE").value_or("");
-    options.systemAuthorityFile = options.authorityFile; // a small one, soon read
+    options.systemAuthorities = options.authorityFile; // a small one, soon read
     return std::make_shared<platform::CurlHttpSession>(std::move(options));
 }
 

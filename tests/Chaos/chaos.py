@@ -119,11 +119,13 @@ def wrong_writes(report, service):
 
 def growth(readings, is_long):
     """Flat: what is held in the last third of the run, beside the third before it. In a short run
-    screens are still seen for the first time then, and caches fill."""
+    screens and sizes of text are still seen for the first time then, and caches fill: it shows a
+    great leak only."""
     third = len(readings) // 3
     before, after = readings[third:-third], readings[-third:]
-    slack_allocated = 1.5 if is_long else 4
-    for what, slack in (("allocated", slack_allocated * MEGABYTE), ("resident", 12 * MEGABYTE),
+    megabytes = {"allocated": 1.5, "resident": 12} if is_long else {"allocated": 12, "resident": 24}
+    for what, slack in (("allocated", megabytes["allocated"] * MEGABYTE),
+                        ("resident", megabytes["resident"] * MEGABYTE),
                         ("files", 24), ("threads", 4)):
         middle, last = (statistics.median(reading[what] for reading in part)
                         for part in (before, after))

@@ -90,7 +90,7 @@ protected:
     {
         platform::CurlHttpOptions options;
         options.authorityFile = ScriptedServer::authorityFile();
-        options.systemAuthorityFile = options.authorityFile;
+        options.systemAuthorities = options.authorityFile;
         return std::make_shared<platform::CurlHttpSession>(std::move(options));
     }
 
