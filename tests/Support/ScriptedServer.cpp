@@ -62,8 +62,11 @@ ScriptedServer::~ScriptedServer()
     ::shutdown(m_listener, SHUT_RDWR);
     m_thread.join();
     ::close(m_listener);
-    std::unique_lock lock(m_mutex);
-    m_scriptEnded.wait(lock, [this] { return m_open.empty(); });
+    // To their very end: what OpenSSL keeps for a thread goes with it, and must not meet the end of
+    // the program.
+    for (std::thread &thread : m_connectionThreads) {
+        thread.join();
+    }
 }
 
 void ScriptedServer::setUpTls(const ServerOptions &options)
@@ -120,13 +123,12 @@ void ScriptedServer::acceptAll()
                 const std::lock_guard requestLock(m_mutex);
                 m_requests.push_back(std::move(request));
             });
-        std::thread([this, connection] {
+        m_connectionThreads.emplace_back([this, connection] {
             blockBrokenPipeSignal();
             serve(*connection);
             const std::lock_guard endLock(m_mutex);
             m_open.erase(connection);
-            m_scriptEnded.notify_all();
-        }).detach();
+        });
     }
 }
 

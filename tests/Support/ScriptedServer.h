@@ -3,7 +3,6 @@
 #include "Support/ServerConnection.h"
 #include "Support/TestCertificates.h"
 
-#include <condition_variable>
 #include <cstddef>
 #include <functional>
 #include <list>
@@ -78,7 +77,6 @@ private:
     int m_port = 0;
 
     mutable std::mutex m_mutex;
-    std::condition_variable m_scriptEnded;
     std::list<ServerConnection> m_open;
     std::vector<std::string> m_requests;
     int m_connections = 0;
@@ -86,6 +84,7 @@ private:
     bool m_ends = false;
 
     std::thread m_thread;
+    std::list<std::thread> m_connectionThreads; ///< the accepting thread's, until that has ended
 };
 
 } // namespace trellisport::test
