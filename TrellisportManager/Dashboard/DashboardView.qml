@@ -8,6 +8,16 @@ Screen {
     required property DashboardViewModel viewModel
 
     screenModel: viewModel
+    announcement: {
+        switch (root.viewModel.content) {
+        case DashboardViewModel.Cards:
+            return qsTr("Dashboard shown");
+        case DashboardViewModel.Error:
+            return root.viewModel.error;
+        default:
+            return "";
+        }
+    }
 
     NavigationPage {
         anchors.fill: parent

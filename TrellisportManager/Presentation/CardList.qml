@@ -42,7 +42,7 @@ ListView {
     }
     Component.onCompleted: d.topMargin = topMargin
 
-    T.ScrollIndicator.vertical: ScrollMark {}
+    T.ScrollBar.vertical: ScrollMark {}
 
     QtObject {
         id: d
@@ -62,6 +62,10 @@ ListView {
         when: root.lead
     }
 
+    CopyGesture {
+        area: root.contentItem
+        cards: root
+    }
     ScrollKeys {
         id: keys
 

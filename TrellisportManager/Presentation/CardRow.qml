@@ -26,6 +26,8 @@ Item {
 
     readonly property real contentTop: (first ? inset : 0) + (titled && first ? titleText.height + Metrics.spacing : 0)
 
+    Accessible.role: Accessible.ListItem
+
     width: ListView.view?.width ?? 0
     // Whole points, so that the pieces of one ground meet without a seam.
     height: topGap + Math.ceil(contentTop + contentHeight + (last ? inset : 0))

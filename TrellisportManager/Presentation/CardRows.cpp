@@ -46,6 +46,16 @@ QVariant CardRows::data(const QModelIndex &index, int role) const
     }
 }
 
+QString CardRows::wholeText(int row, int number) const
+{
+    if (row < 0 || row >= rowCount() || number < 0) {
+        return {};
+    }
+    const LongTexts texts = longTexts(m_rows[static_cast<std::size_t>(row)].entry);
+    const auto place = static_cast<std::size_t>(number);
+    return place < texts.size() ? displayText(texts.at(place)) : QString();
+}
+
 QHash<int, QByteArray> CardRows::withCommonRoles(QHash<int, QByteArray> roles)
 {
     roles.insert(First, "first");

@@ -34,6 +34,9 @@ public:
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const final;
+    /// The whole of a long text of the entry that a row belongs to, by the text's number, 0 the
+    /// first; empty where there is none.
+    [[nodiscard]] Q_INVOKABLE QString wholeText(int row, int number) const;
 
 protected:
     /// The texts of a card that may be long, in the order in which it shows them; what it lacks is

@@ -13,6 +13,16 @@ Screen {
     readonly property alias list: list
 
     screenModel: model
+    announcement: {
+        switch (root.model.content) {
+        case ListScreenModel.Rows:
+            return qsTr("%1 shown").arg(list.Accessible.name);
+        case ListScreenModel.Empty:
+            return root.emptyText;
+        default:
+            return "";
+        }
+    }
 
     CardList {
         id: list

@@ -18,6 +18,8 @@ QtObject {
     readonly property real groupRadius: 10
     readonly property real groupSpacing: 24
     readonly property real rowPadding: 11
+    // Windows lower than this, as above a keyboard in landscape, have no room for bars.
+    readonly property real lowHeight: 200
     // Wide windows keep their content in a column of this width at most.
     readonly property real readableWidth: 700
     readonly property real refreshThreshold: 80

@@ -23,6 +23,7 @@ Rectangle {
     signal backRequested
 
     readonly property alias barHeight: bar.height
+    readonly property alias copying: copying
     readonly property real safeWidth: width - SafeArea.left - SafeArea.right
     readonly property real titleHeight: largeTitle ? Metrics.largeTitleHeight : 0
     // How far the content has been scrolled from its resting place; below 0 while it is pulled.
@@ -39,9 +40,15 @@ Rectangle {
             area.contentY = area.originY - d.margin;
     }
 
+    onRefreshingChanged: {
+        if (!refreshing && visible)
+            Announcements.say(qsTr("Reload ended"));
+    }
+
     color: Colors.background
     Component.onCompleted: applyMargin()
-    Keys.forwardTo: scrolledByKeys ? [keys] : []
+    // What the rows themselves make nothing of scrolls the page.
+    Keys.forwardTo: [keys]
 
     QtObject {
         id: d
@@ -102,6 +109,15 @@ Rectangle {
         size: root.scrollArea.visibleArea.heightRatio
         position: root.scrollArea.visibleArea.yPosition
         active: root.scrollArea.movingVertically
+        onPositionChanged: {
+            if (pressed)
+                keys.scrollTo(keys.topY + position * root.scrollArea.height / size);
+        }
+    }
+    CopyGesture {
+        id: copying
+
+        area: root.scrollArea.contentItem
     }
     LargeTitle {
         id: large

@@ -23,8 +23,8 @@ Item {
         anchors.margins: root.ringMargin
         radius: root.ringRadius
     }
+    // Not in the control itself, which would then take every button of the mouse.
     HoverHandler {
-        parent: root.control
         cursorShape: Qt.PointingHandCursor
     }
 }

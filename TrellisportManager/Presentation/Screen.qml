@@ -7,6 +7,8 @@ Item {
     id: root
 
     required property ScreenModel screenModel
+    // What somebody is told who can't see what the screen has come to show.
+    property string announcement
 
     function followVisibility(): void {
         if (root.visible)
@@ -15,6 +17,10 @@ Item {
             root.screenModel.disappear();
     }
 
+    onAnnouncementChanged: {
+        if (root.visible)
+            Announcements.say(root.announcement);
+    }
     onVisibleChanged: followVisibility()
     Component.onCompleted: followVisibility()
     Component.onDestruction: screenModel?.disappear()

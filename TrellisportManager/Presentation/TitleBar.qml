@@ -70,6 +70,9 @@ Rectangle {
             Accessible.ignored: opacity === 0
         }
     }
+    CopyGesture {
+        area: bar
+    }
     Hairline {
         anchors.left: parent.left
         anchors.right: parent.right

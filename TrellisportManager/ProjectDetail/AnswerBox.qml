@@ -7,6 +7,8 @@ CardGround {
     id: root
 
     required property string text
+    // Which of the card's long texts it is.
+    property int part: 1
     property string label
     readonly property bool hasLabel: first && label.length > 0
 
@@ -27,9 +29,10 @@ CardGround {
         systemSize: 10
         color: Colors.green
     }
-    StyledText {
+    PieceText {
         id: answerText
 
+        part: root.part
         objectName: "answer"
         x: 10
         y: (root.first ? 10 : 0) + (root.hasLabel ? labelText.height + 2 : 0)

@@ -15,8 +15,21 @@ Screen {
     property LinkController links: LinkController {}
     signal backRequested
 
+    // The keyboard of a phone on its side leaves room for what is typed in and nothing else.
+    readonly property bool isLow: Window.height < Metrics.lowHeight
+
     objectName: "workspace"
     screenModel: viewModel
+    announcement: {
+        switch (root.viewModel.content) {
+        case ProjectDetailViewModel.Workspace:
+            return qsTr("%1 shown").arg(root.viewModel.title);
+        case ProjectDetailViewModel.Spinner:
+            return "";
+        default:
+            return qsTr("The project could not be loaded");
+        }
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -26,6 +39,8 @@ Screen {
         id: bar
 
         width: parent.width
+        height: root.isLow ? 0 : implicitHeight
+        visible: !root.isLow
         title: root.viewModel.title
         backTitle: root.backTitle
         separated: false
@@ -51,6 +66,7 @@ Screen {
         WorkspaceContent {
             viewModel: root.viewModel
             links: root.links
+            showsHeader: !root.isLow
         }
     }
 }

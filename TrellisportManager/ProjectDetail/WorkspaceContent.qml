@@ -10,6 +10,8 @@ Item {
 
     required property ProjectDetailViewModel viewModel
     required property LinkController links
+    // Whether there is room for what stands above the tab.
+    property bool showsHeader: true
 
     readonly property real columnWidth: Math.min(width - SafeArea.left - SafeArea.right, Metrics.readableWidth)
     readonly property real columnX: Math.round(SafeArea.left + (width - SafeArea.left - SafeArea.right - columnWidth) / 2)
@@ -20,6 +22,8 @@ Item {
         objectName: "header"
         x: root.columnX
         width: root.columnWidth
+        height: root.showsHeader ? implicitHeight : 0
+        visible: root.showsHeader
         viewModel: root.viewModel
         links: root.links
     }
@@ -29,6 +33,8 @@ Item {
         objectName: "tabStrip"
         y: header.height
         width: parent.width
+        height: root.showsHeader ? implicitHeight : 0
+        visible: root.showsHeader
         sideInset: root.columnX + Metrics.inset
         viewModel: root.viewModel
     }
@@ -38,7 +44,7 @@ Item {
         objectName: "divider"
         y: strip.y + strip.height
         width: parent.width
-        height: 1
+        height: root.showsHeader ? 1 : 0
         color: Colors.hairline
     }
     ItemHolder {

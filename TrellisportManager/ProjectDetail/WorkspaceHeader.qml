@@ -102,6 +102,9 @@ Item {
         color: Colors.dimText
     }
 
+    CopyGesture {
+        area: root
+    }
     Component {
         id: repositoryLink
 

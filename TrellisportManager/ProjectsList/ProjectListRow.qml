@@ -18,12 +18,16 @@ FocusScope {
     // Whether Tab stops here: it does at one row of the list, and the arrow keys lead to the others.
     property bool takesTab: false
     signal opened(string id)
+    // A finger rests at a place in the row, or the other button was pressed there.
+    signal held(point place)
 
     // Takes the keyboard, and shows that it has it.
     function takeKeyboard(): void {
         row.forceActiveFocus();
         row.focusReason = Qt.TabFocusReason;
     }
+
+    Accessible.role: Accessible.ListItem
 
     height: row.y + row.height
     // A row that waits to be used again is kept from the eye by the list, but not from a screen
@@ -58,6 +62,12 @@ FocusScope {
         focusPolicy: root.takesTab || activeFocus ? Qt.TabFocus : Qt.NoFocus
         disclosure: true
         Accessible.name: root.project.title
+        // What stands below the title, in the same order.
+        Accessible.description: {
+            const project = root.project;
+            return [project.refNumber, StatusStyle.label(project.status), project.amount, project.owner, project.marketplaceNumber].filter(fact => fact.length > 0).join(", ");
+        }
+        onPressAndHold: root.held(row.mapToItem(root, row.pressX, row.pressY))
         onClicked: {
             // What comes back from the project's page comes back to this row.
             row.forceActiveFocus(Qt.MouseFocusReason);
@@ -66,6 +76,16 @@ FocusScope {
 
         contentItem: ProjectRow {
             project: root.project
+        }
+
+        Item {
+            anchors.fill: parent
+
+            TapHandler {
+                acceptedButtons: Qt.RightButton
+                gesturePolicy: TapHandler.ReleaseWithinBounds
+                onTapped: eventPoint => root.held(row.mapToItem(root, eventPoint.position))
+            }
         }
     }
 }

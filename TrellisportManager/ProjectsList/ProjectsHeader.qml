@@ -13,6 +13,12 @@ Item {
     // The owner changed the search text.
     signal searched
 
+    // Puts the keyboard into the search field, ready for another search.
+    function takeKeyboard(): void {
+        search.forceActiveFocus(Qt.ShortcutFocusReason);
+        search.selectAll();
+    }
+
     height: chips.y + chips.height
 
     SearchField {

@@ -12,6 +12,11 @@ Screen {
     signal projectOpened(string id)
 
     screenModel: viewModel
+    announcement: {
+        if (root.viewModel.isLoading)
+            return "";
+        return list.count > 0 ? qsTr("Projects shown") : qsTr("No projects to show");
+    }
 
     NavigationPage {
         id: page
@@ -49,6 +54,12 @@ Screen {
                 (itemAtIndex(row) as ProjectListRow).takeKeyboard();
             }
 
+            // By as many rows as are seen at once, but one.
+            function moveByPage(row: int, direction: int): void {
+                const seen = (height - page.barHeight) / Math.max(1, itemAtIndex(row)?.height ?? 1);
+                moveTo(Math.max(0, Math.min(count - 1, row + direction * Math.max(1, Math.floor(seen) - 1))));
+            }
+
             objectName: "projectsList"
             bottomMargin: Metrics.groupSpacing + avoidance.coveredBelow
             reuseItems: true
@@ -56,6 +67,8 @@ Screen {
             keyNavigationEnabled: false
             // There is no current row: whenever it changed, it would take the keyboard from the field.
             currentIndex: -1
+            Accessible.role: Accessible.List
+            Accessible.name: page.title
             model: root.viewModel.rows
             delegate: Component {
                 ProjectListRow {
@@ -74,6 +87,24 @@ Screen {
                     onOpened: id => root.projectOpened(id)
                     Keys.onUpPressed: list.moveTo(row.index - 1)
                     Keys.onDownPressed: list.moveTo(row.index + 1)
+                    Keys.onPressed: event => {
+                        event.accepted = true;
+                        if (event.key === Qt.Key_PageUp)
+                            list.moveByPage(row.index, -1);
+                        else if (event.key === Qt.Key_PageDown)
+                            list.moveByPage(row.index, 1);
+                        else if (event.key === Qt.Key_Home)
+                            list.moveTo(0);
+                        else if (event.key === Qt.Key_End)
+                            list.moveTo(list.count - 1);
+                        else if (event.key === Qt.Key_Menu)
+                            page.copying.offerText(row.project.title, row.mapToItem(null, row.width / 2, row.height / 2));
+                        else if (event.matches(StandardKey.Copy))
+                            Clipboard.copy(row.project.title);
+                        else
+                            event.accepted = false;
+                    }
+                    onHeld: place => page.copying.offer(row, place)
                 }
             }
 
@@ -90,6 +121,14 @@ Screen {
                     list.scrollToTop();
                 }
             }
+        }
+    }
+    Shortcut {
+        sequence: "Ctrl+F"
+        enabled: root.visible
+        onActivated: {
+            list.scrollToTop();
+            projectsHeader.takeKeyboard();
         }
     }
     KeyboardAvoidance {

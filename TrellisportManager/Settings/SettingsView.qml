@@ -10,6 +10,22 @@ Screen {
     property LinkController links: LinkController {}
 
     screenModel: viewModel
+    announcement: root.viewModel.isLoading ? "" : qsTr("Settings shown")
+
+    QtObject {
+        id: d
+
+        readonly property int saveState: root.viewModel.saveButton
+        property int formerState: SettingsViewModel.Save
+
+        onSaveStateChanged: {
+            if (saveState === SettingsViewModel.Saved)
+                Announcements.say(qsTr("Saved"));
+            else if (saveState === SettingsViewModel.Save && formerState === SettingsViewModel.Saving)
+                Announcements.say(qsTr("Not saved"));
+            formerState = saveState;
+        }
+    }
 
     NavigationPage {
         id: page

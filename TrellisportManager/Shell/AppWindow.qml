@@ -11,7 +11,9 @@ Window {
     width: 390
     height: 844
     minimumWidth: 320
-    minimumHeight: 288
+    // What the keyboard of a phone on its side leaves is 108.
+    minimumHeight: 96
+    flags: content.hasFrame ? Qt.Window : Qt.Window | Qt.FramelessWindowHint
     title: "TrellisportManager"
     color: Colors.background
     visible: true

@@ -20,13 +20,16 @@ Rectangle {
         SettingsTab {}
     }
 
+    // The keyboard of a phone on its side leaves room for what is typed in and nothing else.
+    readonly property bool isLow: height < Metrics.lowHeight
+
     color: Colors.background
 
     Item {
         id: screens
 
         width: parent.width
-        height: parent.height - tabBar.height
+        height: parent.height - (root.isLow ? SafeArea.bottom : tabBar.height)
 
         Loader {
             anchors.fill: parent
@@ -50,7 +53,21 @@ Rectangle {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.bottom: parent.bottom
+        visible: !root.isLow
         selectedTab: root.viewModel.selectedTab
         onSelected: tab => root.viewModel.selectedTab = tab
+    }
+    Announcer {}
+    Shortcut {
+        sequence: "Ctrl+1"
+        onActivated: root.viewModel.selectedTab = 0
+    }
+    Shortcut {
+        sequence: "Ctrl+2"
+        onActivated: root.viewModel.selectedTab = 1
+    }
+    Shortcut {
+        sequence: "Ctrl+3"
+        onActivated: root.viewModel.selectedTab = 2
     }
 }

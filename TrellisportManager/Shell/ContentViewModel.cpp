@@ -1,5 +1,7 @@
 #include "Shell/ContentViewModel.h"
 
+#include "Platform/Platform.h"
+
 namespace trellisport {
 
 namespace {
@@ -15,6 +17,11 @@ ContentViewModel::ContentViewModel(NotificationManager &notifications, QObject *
             setSelectedTab(projectsTab);
         }
     });
+}
+
+bool ContentViewModel::hasFrame()
+{
+    return platform::Platform::current().appearance().windowsHaveFrames();
 }
 
 void ContentViewModel::setSelectedTab(int tab)

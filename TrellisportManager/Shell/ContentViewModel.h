@@ -15,12 +15,15 @@ class ContentViewModel : public QObject {
     QML_UNCREATABLE("One is made with each window")
     Q_PROPERTY(
         int selectedTab READ selectedTab WRITE setSelectedTab NOTIFY selectedTabChanged FINAL)
+    /// Whether the window has a frame to move and close it by.
+    Q_PROPERTY(bool hasFrame READ hasFrame CONSTANT FINAL)
 public:
     /// notifications must outlive the model.
     explicit ContentViewModel(NotificationManager &notifications, QObject *parent = nullptr);
 
     [[nodiscard]] int selectedTab() const { return m_selectedTab; }
     void setSelectedTab(int tab);
+    [[nodiscard]] static bool hasFrame();
 
 Q_SIGNALS:
     void selectedTabChanged();

@@ -52,12 +52,13 @@ T.TabButton {
             wrapMode: Text.NoWrap
             Accessible.ignored: true
         }
+        // Not in the button itself, which would then take every button of the mouse.
+        HoverHandler {
+            cursorShape: Qt.PointingHandCursor
+        }
     }
     FocusRing {
         control: control
         anchors.margins: 2
-    }
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
     }
 }

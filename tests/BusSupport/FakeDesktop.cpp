@@ -4,8 +4,10 @@ namespace trellisport::test {
 
 FakeSettingsPortal::FakeSettingsPortal(const QDBusConnection &bus)
     : m_bus(bus)
-    , m_interface(new FakeSettingsInterface(this))
 {
+    // The adaptor looks for it.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
+    m_interface = new FakeSettingsInterface(this);
 }
 
 void FakeSettingsPortal::appear()

@@ -29,7 +29,7 @@ private:
 
     QDBusConnection m_bus;
     int m_questions = 0;
-    class FakeSettingsInterface *m_interface;
+    class FakeSettingsInterface *m_interface = nullptr;
 };
 
 class FakeSettingsInterface : public QDBusAbstractAdaptor {

@@ -65,9 +65,12 @@ TEST_F(DesktopSettingsTest, FollowsAPortalThatIsNotThereYet)
 {
     const platform::DesktopSettings settings = follow();
     m_portal.appear();
-    m_portal.change(group, key, 1.3);
-    EXPECT_TRUE(waitUntil([&] { return !m_told.empty(); }));
-    EXPECT_THAT(m_told, ElementsAre(1.3));
+    // What comes right with a name is not known to be that name's.
+    EXPECT_TRUE(waitUntil([&] {
+        m_portal.change(group, key, 1.3);
+        return !m_told.empty();
+    }));
+    EXPECT_EQ(m_told.front(), 1.3);
 }
 
 } // namespace

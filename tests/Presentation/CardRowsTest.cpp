@@ -108,6 +108,21 @@ TEST_F(CardRowsTest, AShortEntryIsOneRow)
     EXPECT_EQ(rows.text(0, EntryList::Body), u"body");
 }
 
+TEST_F(CardRowsTest, EveryRowGivesTheWholeOfItsEntrysTexts)
+{
+    const std::string head = lines(120);
+    rows.show({{"before", ""}, {head, "body\r\nend"}});
+    ASSERT_EQ(rows.rowCount(), 4);
+    for (int row = 1; row < 4; ++row) {
+        EXPECT_EQ(rows.wholeText(row, 0), QString::fromStdString(head));
+        EXPECT_EQ(rows.wholeText(row, 1), u"body\nend");
+    }
+    EXPECT_EQ(rows.wholeText(0, 0), u"before");
+    for (const auto &[row, number] : {std::pair(-1, 0), {4, 0}, {0, -1}, {0, 3}}) {
+        EXPECT_EQ(rows.wholeText(row, number), u"") << row << ", " << number;
+    }
+}
+
 TEST_F(CardRowsTest, ALongEntryIsCutWithinItsTexts)
 {
     const std::string head = lines(120);

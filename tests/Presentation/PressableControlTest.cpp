@@ -45,6 +45,15 @@ TEST(PressableControl, TakesAFingerWithinItsTouchTarget)
     EXPECT_EQ(clicks(scene), 2);
 }
 
+TEST(PressableControl, OnlyTheMainButtonOfAMousePresses)
+{
+    QmlScene scene(button);
+    for (const Qt::MouseButton other : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
+        QTest::mouseClick(&scene.window(), other, {}, {110, 110});
+    }
+    EXPECT_EQ(clicks(scene), 0);
+}
+
 TEST(PressableControl, IsDimmedWhilePressed)
 {
     QmlScene scene(button);

@@ -231,7 +231,7 @@ TEST_F(DecisionsTabTest, AScreenReaderHearsWhichQuestionAnEditorIsFor)
     const auto *button2 = QAccessible::queryAccessibleInterface(button(2));
     EXPECT_EQ(button2->text(QAccessible::Description), u"Where?");
     QAccessibleInterface *around = QAccessible::queryAccessibleInterface(field(1))->parent();
-    while (around != nullptr && around->role() != QAccessible::Grouping) {
+    while (around != nullptr && around->role() != QAccessible::ListItem) {
         around = around->parent();
     }
     ASSERT_NE(around, nullptr);

@@ -161,6 +161,12 @@ void AllScreens::openProject()
     ASSERT_TRUE(eventually([&] { return !item("projectsStack")->property("moving").toBool(); }));
 }
 
+void AllScreens::closeProject()
+{
+    QMetaObject::invokeMethod(item("projectsStack"), "pop");
+    ASSERT_TRUE(eventually([&] { return !has("workspace"); }));
+}
+
 void AllScreens::showWorkspaceTab(int tab)
 {
     detail.setSelectedTab(tab);

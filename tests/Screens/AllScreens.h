@@ -38,6 +38,7 @@ protected:
     void showTab(int tab);
     /// Opens the project from the projects list, which is shown.
     void openProject();
+    void closeProject();
     void showWorkspaceTab(int tab);
     /// Waits until nothing is loading any longer and nothing moves.
     void settle();

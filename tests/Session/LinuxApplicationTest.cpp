@@ -1,6 +1,9 @@
 #include "Platform/Linux/Session/LinuxApplication.h"
 #include "Platform/Linux/LinuxEnvironment.h"
 
+#include "BusSupport/FakeDesktop.h"
+#include "BusSupport/PrivateBus.h"
+
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -83,6 +86,33 @@ protected:
     LinuxApplication m_application{m_queue, m_center, m_appearance,
                                    [this] { m_log.emplace_back("finish"); }};
 };
+
+// The first: the toolkit finds no session bus any more where it once has found none.
+TEST_F(LinuxApplicationTest, FollowsTheDesktopsTextScaleWhileItRuns)
+{
+    test::PrivateBus bus;
+    qputenv("DBUS_SESSION_BUS_ADDRESS", bus.address().toUtf8());
+    std::unique_ptr<test::FakeSettingsPortal> portal;
+    const std::shared_ptr<void> observation = m_appearance.observe([&] {
+        m_log.push_back("text " + std::to_string(m_appearance.textScale()));
+        QCoreApplication::quit();
+    });
+    const auto change = [&] {
+        portal->change(QStringLiteral("org.gnome.desktop.interface"),
+                       QStringLiteral("text-scaling-factor"), 1.5);
+    };
+    EXPECT_EQ(run(LaunchReason::User,
+                  [&](QWindow &window) {
+                      portal = std::make_unique<test::FakeSettingsPortal>(bus.connect());
+                      portal->appear();
+                      // What comes right with a name is not known to be that name's.
+                      auto *timer = new QTimer(&window);
+                      QObject::connect(timer, &QTimer::timeout, portal.get(), change);
+                      timer->start(10);
+                  }),
+              0);
+    EXPECT_THAT(m_log, ElementsAre("show ", "text 1.500000", "finish"));
+}
 
 TEST_F(LinuxApplicationTest, EndsWithItsWindowAndFinishesWhatMustNotBeCutOff)
 {

@@ -92,6 +92,12 @@ TEST_F(ContentViewTest, TappingATabShowsItsScreen)
     EXPECT_THAT(shownScreens(), ElementsAre(u"dashboardScreen"));
 }
 
+TEST_F(ContentViewTest, OnlyTheMainButtonOfAMouseChoosesATab)
+{
+    QTest::mouseClick(&scene.window(), Qt::RightButton, {}, sceneRect(tab(2)).center().toPoint());
+    EXPECT_EQ(model.selectedTab(), 0);
+}
+
 TEST_F(ContentViewTest, ANotificationMovesTheTabBarToo)
 {
     scene.tap(tab(2));

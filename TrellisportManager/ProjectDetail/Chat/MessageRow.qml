@@ -18,6 +18,8 @@ Item {
     readonly property real textWidth: columnWidth - 20
     readonly property real topGap: first && index > 0 ? 8 : 0
 
+    Accessible.role: Accessible.ListItem
+
     width: list ? list.width : 0
     height: topGap + bubble.y + bubble.height
 
@@ -54,9 +56,10 @@ Item {
             radius: 12
             outlineWidth: 0
 
-            StyledText {
+            PieceText {
                 id: bodyText
 
+                part: 0
                 objectName: "body"
                 x: 10
                 y: root.first ? 10 : 0

@@ -35,7 +35,6 @@ CardRow {
     }
 
     // The editors of all cards sound alike; the card says what they are for.
-    Accessible.role: Accessible.Grouping
     Accessible.name: question
 
     outlineColor: isPending ? Colors.faded(Colors.yellow, 0.5) : Colors.hairline
@@ -88,9 +87,10 @@ CardRow {
             }
         }
     }
-    StyledText {
+    PieceText {
         id: questionText
 
+        part: 0
         objectName: "question"
         y: root.first ? header.height + Metrics.spacing : 0
         width: parent.width

@@ -48,6 +48,16 @@ ListScreen {
         onTabbed: (from, forward) => root.moveFocus(from, row.index, forward)
     }
 
+    Connections {
+        function onAnswerEnded(isSent: bool, isShown: bool): void {
+            if (isShown)
+                Announcements.say(qsTr("Answer sent"));
+            else
+                Announcements.say(isSent ? qsTr("Answer sent; the decisions could not be loaded again") : qsTr("Answer not sent"));
+        }
+
+        target: root.viewModel
+    }
     KeyboardAvoidance {
         id: avoidance
 

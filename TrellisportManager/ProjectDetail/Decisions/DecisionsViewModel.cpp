@@ -32,14 +32,21 @@ QCoro::Task<> DecisionsViewModel::submit(QPointer<DecisionsViewModel> self,
                                          const TrellisportAPI &api, std::string projectId,
                                          QString decisionId, QString answer)
 {
+    bool isSent = false;
     try {
         co_await api.answerDecision(projectId, decisionId.toStdString(), answer.toStdString());
+        isSent = true;
         std::vector<Decision> decisions = co_await api.getDecisions(projectId);
         if (self) {
             self->show(std::move(decisions));
             self->setTypedAnswer(decisionId, {});
+            Q_EMIT self->answerEnded(true, true);
         }
-    } catch (const std::exception &) { // NOLINT(bugprone-empty-catch): the owner may press again
+    } catch (const std::exception &) {
+        // Nothing on the screen changes: the owner may press again.
+        if (self) {
+            Q_EMIT self->answerEnded(isSent, false);
+        }
     }
 }
 

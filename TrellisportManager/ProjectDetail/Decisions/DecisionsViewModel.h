@@ -35,6 +35,11 @@ public:
         return m_rows.editorRow(row, forward);
     }
 
+Q_SIGNALS:
+    /// A submission has ended: whether the service took the answer, and whether the decisions are
+    /// shown anew.
+    void answerEnded(bool isSent, bool isShown);
+
 protected:
     QCoro::Task<> reload(CancellationToken cancellation) override;
     [[nodiscard]] bool isEmpty() const override { return m_rows.entries().empty(); }

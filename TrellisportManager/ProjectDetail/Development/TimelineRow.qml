@@ -23,6 +23,8 @@ Item {
     readonly property real detailBottom: showsDetail ? detailTop + detailText.height : eventBottom
     readonly property real textBottom: showsTime ? timeText.y + timeText.height : detailBottom
 
+    Accessible.role: Accessible.ListItem
+
     width: list ? list.width : 0
     height: Math.ceil(Math.max(first ? 10 + 30 : 0, textBottom + (last ? 12 : 0)))
 
@@ -52,9 +54,10 @@ Item {
             width: parent.width - x
             height: parent.height
 
-            StyledText {
+            PieceText {
                 id: eventText
 
+                part: 0
                 objectName: "event"
                 width: parent.width
                 visible: root.showsEvent
@@ -62,9 +65,10 @@ Item {
                 textStyle: Typography.Caption
                 weight: Font.Medium
             }
-            StyledText {
+            PieceText {
                 id: detailText
 
+                part: 1
                 objectName: "detail"
                 y: root.detailTop
                 width: parent.width

@@ -53,9 +53,10 @@ CardRow {
             }
         }
     }
-    StyledText {
+    PieceText {
         id: bodyText
 
+        part: 0
         objectName: "body"
         y: root.first ? header.height + 4 : 0
         width: parent.width

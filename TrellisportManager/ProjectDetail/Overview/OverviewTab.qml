@@ -26,9 +26,10 @@ CardList {
         titled: true
         contentHeight: bodyText.height
 
-        StyledText {
+        PieceText {
             id: bodyText
 
+            part: 0
             objectName: "body"
             width: parent.width
             text: row.body

@@ -20,9 +20,10 @@ CardRow {
 
     contentHeight: showsAnswer ? answerBox.y + answerBox.height : answerTop
 
-    StyledText {
+    PieceText {
         id: questionText
 
+        part: 0
         objectName: "question"
         width: parent.width
         visible: root.showsQuestion

@@ -6,6 +6,8 @@ Item {
     id: root
 
     required property string label
+    // Which of the card's long texts it is.
+    required property int part
     required property bool showsLabel
     required property string text
     required property color textColor
@@ -23,9 +25,10 @@ Item {
         systemSize: 10
         color: Colors.gray
     }
-    StyledText {
+    PieceText {
         id: bodyText
 
+        part: root.part
         objectName: "body"
         y: root.showsLabel ? labelText.height + Metrics.spacing : 0
         width: parent.width

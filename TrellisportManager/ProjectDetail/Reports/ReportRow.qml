@@ -20,9 +20,10 @@ CardRow {
 
     contentHeight: showsChanges ? changesPart.y + changesPart.height : commitsBottom
 
-    StyledText {
+    PieceText {
         id: dateText
 
+        part: 0
         objectName: "date"
         width: parent.width
         visible: root.showsDate
@@ -35,6 +36,7 @@ CardRow {
         id: commitsPart
 
         objectName: "commits"
+        part: 1
         y: root.dateBottom + (root.commitsStart ? Metrics.spacing : 0)
         width: parent.width
         visible: root.showsCommits
@@ -47,6 +49,7 @@ CardRow {
         id: changesPart
 
         objectName: "changes"
+        part: 2
         y: root.commitsBottom + (root.changesStart ? Metrics.spacing : 0)
         width: parent.width
         visible: root.showsChanges

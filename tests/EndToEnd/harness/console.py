@@ -8,6 +8,9 @@ from .desk import Program
 from .picture import Picture
 from .screen import Screen
 
+# Beside the rows, where nothing is pressed, and short of the scroll bar, which a pointer would drag.
+EDGE = 14
+
 
 class Console:
     """Operates it like a person does: by what it shows, and never by what it is made of."""
@@ -148,8 +151,8 @@ class Console:
         self._xdotool("key", "--delay", 4, *keys)
 
     def drag_up(self, from_y, to_y):
-        """A finger at the trailing edge that pulls the content up and rests before it lifts."""
-        x = self._desk.width - 4
+        """A finger near the trailing edge that pulls the content up and rests before it lifts."""
+        x = self._desk.width - EDGE
         path = [word for part in range(1, 9)
                 for word in ("mousemove", x, from_y - (from_y - to_y) * part // 8, "sleep", 0.015)]
         # Lifted sooner, the finger would make the content fly on.
@@ -164,7 +167,7 @@ class Console:
 
     def wheel_up(self, y):
         """A good turn of the wheel over the content at that height."""
-        self._xdotool("mousemove", self._desk.width - 4, y,
+        self._xdotool("mousemove", self._desk.width - EDGE, y,
                       "click", "--repeat", 8, "--delay", 4, 4)
 
     def check_quiet(self):

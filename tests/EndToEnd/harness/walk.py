@@ -4,9 +4,10 @@ from .checks import check
 from .screen import Screen
 
 # What only groups other things need no words of its own.
-CONTAINERS = {"window", "panel", "filler", "list", "page tab list", "scroll area", "section"}
+CONTAINERS = {"window", "panel", "filler", "list", "list item", "page tab list", "scroll area",
+              "section"}
 OPERATED_BY = {"button": {"Press"}, "page tab": {"Press"}, "link": {"Press"},
-               "list item": {"Press"}, "check box": {"Toggle"}, "toggle button": {"Toggle"},
+               "check box": {"Toggle"}, "toggle button": {"Toggle"},
                "text": {"SetFocus"}}
 SPOKEN = set(OPERATED_BY) | {"label", "heading", "alert", "progress bar", "image",
                              "notification"}

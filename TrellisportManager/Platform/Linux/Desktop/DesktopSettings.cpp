@@ -1,8 +1,8 @@
 #include "Platform/Linux/Desktop/DesktopSettings.h"
 
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDBusVariant>
 
 #include <utility>
 
@@ -31,7 +31,7 @@ DesktopSettings::DesktopSettings(QDBusConnection bus, std::function<void(double)
     : m_textScaleChanged(std::move(textScaleChanged))
 {
     bus.connect(service, path, settings, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+                SLOT(settingChanged(QDBusMessage)));
     QDBusMessage call =
         QDBusMessage::createMethodCall(service, path, settings, QStringLiteral("Read"));
     call.setArguments({QString(textGroup), QString(textKey)});
@@ -39,20 +39,26 @@ DesktopSettings::DesktopSettings(QDBusConnection bus, std::function<void(double)
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
         if (!reply.isError()) {
-            settingChanged(textGroup, textKey, reply.value());
+            tell(QVariant::fromValue(reply.value()));
         }
         watcher->deleteLater();
     });
 }
 
-void DesktopSettings::settingChanged(const QString &group, const QString &key,
-                                     const QDBusVariant &value)
+void DesktopSettings::settingChanged(const QDBusMessage &change)
 {
-    if (group == textGroup && key == textKey) {
-        const QVariant plain = unwrapped(value.variant());
-        if (plain.userType() == QMetaType::Double) {
-            m_textScaleChanged(plain.toDouble());
-        }
+    const QVariantList arguments = change.arguments();
+    if (arguments.size() == 3 && arguments[0].toString() == textGroup &&
+        arguments[1].toString() == textKey) {
+        tell(arguments[2]);
+    }
+}
+
+void DesktopSettings::tell(const QVariant &value)
+{
+    const QVariant plain = unwrapped(value);
+    if (plain.userType() == QMetaType::Double) {
+        m_textScaleChanged(plain.toDouble());
     }
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QDBusConnection>
-#include <QDBusVariant>
+#include <QDBusMessage>
 #include <QObject>
-#include <QString>
+#include <QVariant>
 
 #include <functional>
 
@@ -19,9 +19,11 @@ public:
     DesktopSettings(QDBusConnection bus, std::function<void(double)> textScaleChanged);
 
 private Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+    void settingChanged(const QDBusMessage &change);
 
 private:
+    void tell(const QVariant &value);
+
     std::function<void(double)> m_textScaleChanged;
 };
 

@@ -236,12 +236,12 @@ bool LinuxApplication::becomeGraphical(const ActivationToken &token)
         return false;
     }
     preferReachableDisplay();
-    followDesktop();
     // On one kind of display the toolkit looks for it now, on the other when the window shows.
     token.putIntoEnvironment();
     m_toolkit->becomeGraphical(
         *m_bus, [this](bool isInFront) { m_isInFront = isInFront; },
         [this] { m_queue.async([this] { windowClosed(); }); });
+    followDesktop();
     serveFields();
     return true;
 }
