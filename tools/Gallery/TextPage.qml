@@ -88,6 +88,24 @@ GalleryPage {
         }
     }
     Specimen {
+        caption: "PieceText with CopyGesture: press long, or click with the other button"
+
+        Item {
+            width: parent.width
+            height: copied.height
+
+            PieceText {
+                id: copied
+
+                part: 0
+                text: "A text to be copied"
+            }
+            CopyGesture {
+                area: copied.parent
+            }
+        }
+    }
+    Specimen {
         caption: "LinkText"
 
         LinkText {
