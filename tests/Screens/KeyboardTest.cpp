@@ -166,8 +166,11 @@ protected:
         std::string list = "[";
         for (int i = 0; i < 60; ++i) {
             const std::string number = std::to_string(i);
-            list += std::string(i > 0 ? "," : "") + R"({"id":"p)" + number +
-                    R"(","bid_status":"awarded","title":"Title )" + number + R"("})";
+            list += i > 0 ? "," : "";
+            list.append(R"({"id":"p)").append(number);
+            list.append(R"(","bid_status":"awarded","title":"Title )")
+                .append(number)
+                .append(R"("})");
         }
         session->alwaysReply("/projects", 200, list + "]");
         show();
