@@ -23,6 +23,12 @@ Rectangle {
     // The keyboard of a phone on its side leaves room for what is typed in and nothing else.
     readonly property bool isLow: height < Metrics.lowHeight
 
+    // What was typed in on another tab must not get what is typed now, nor keep a phone's keyboard up.
+    function leaveUnseen(): void {
+        if (root.Window.activeFocusItem?.visible === false)
+            root.forceActiveFocus();
+    }
+
     color: Colors.background
 
     Item {
@@ -56,6 +62,13 @@ Rectangle {
         visible: !root.isLow
         selectedTab: root.viewModel.selectedTab
         onSelected: tab => root.viewModel.selectedTab = tab
+    }
+    Connections {
+        function onSelectedTabChanged(): void {
+            Qt.callLater(root.leaveUnseen);
+        }
+
+        target: root.viewModel
     }
     Announcer {}
     Shortcut {

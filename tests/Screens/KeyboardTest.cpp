@@ -117,6 +117,21 @@ TEST_F(Keyboard, ControlAndFPutsTheKeyboardIntoTheSearchField)
     EXPECT_EQ(projects.searchText(), u"x") << "what was there is ready to be replaced";
 }
 
+TEST_F(Keyboard, AFieldThatIsNoLongerShownDoesNotKeepTheKeyboard)
+{
+    fill();
+    show();
+    showTab(1);
+    settle();
+    press(Qt::Key_F, Qt::ControlModifier);
+    press(Qt::Key_3, Qt::ControlModifier);
+    EXPECT_TRUE(eventually([&] { return focused() != item("searchField"); }));
+    press(Qt::Key_X);
+    EXPECT_EQ(projects.searchText(), u"");
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(focused()->isVisible());
+}
+
 TEST_F(Keyboard, ControlAndFDoesNothingWhereThereIsNoSearchField)
 {
     fill();
