@@ -23,12 +23,6 @@ Rectangle {
     // The keyboard of a phone on its side leaves room for what is typed in and nothing else.
     readonly property bool isLow: height < Metrics.lowHeight
 
-    // What was typed in on another tab must not get what is typed now, nor keep a phone's keyboard up.
-    function leaveUnseen(): void {
-        if (root.Window.activeFocusItem?.visible === false)
-            root.forceActiveFocus();
-    }
-
     color: Colors.background
 
     Item {
@@ -63,9 +57,19 @@ Rectangle {
         selectedTab: root.viewModel.selectedTab
         onSelected: tab => root.viewModel.selectedTab = tab
     }
+    // What was typed in on another tab must not get what is typed now, nor keep a phone's keyboard up.
+    Timer {
+        id: leaving
+
+        interval: 0
+        onTriggered: {
+            if (root.Window.activeFocusItem?.visible === false)
+                root.forceActiveFocus();
+        }
+    }
     Connections {
         function onSelectedTabChanged(): void {
-            Qt.callLater(root.leaveUnseen);
+            leaving.restart();
         }
 
         target: root.viewModel
