@@ -31,6 +31,7 @@ class PhoneShell:
         self._desk = desk
         self._log = log
         self._programs = []
+        self._moves = 0
         self.environment = {key: value for key, value in desk.environment.items()
                             if key != "DISPLAY"}
         self.environment.update(
@@ -57,8 +58,11 @@ class PhoneShell:
             wait_until("the launcher unfolds", self._shows_launcher, 60, self._log.read_text)
 
     def _shows_launcher(self):
-        """Below the panel everything is black before. It is drawn when something moves."""
-        subprocess.run(["xdotool", "mousemove_relative", "1", "1"], check=True,
+        """Below the panel everything is black before. It is drawn where something moves, so the
+        pointer goes all over the screen."""
+        self._moves += 1
+        subprocess.run(["xdotool", "mousemove", str(self._moves * 173 % self._desk.width),
+                        str(self._moves * 311 % self._desk.height)], check=True,
                        env=self._desk.environment, timeout=20)
         time.sleep(0.3)
         pixels = self._grim("-t", "ppm", "-").stdout[HEADER:]
