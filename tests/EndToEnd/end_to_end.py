@@ -6,24 +6,19 @@ When a check fails, DIR holds the screen's picture, what the screen said, and bo
 output.
 """
 
-import argparse
-import shutil
 import sys
-import time
-import traceback
-from pathlib import Path
 
 import dashboard_chapter
 import decisions_chapter
 import projects_chapter
 import settings_chapter
 import workspace_chapter
-from harness.checks import CheckFailed, chapter
+from harness.checks import chapter
 from harness.console import Console
 from harness.desk import Desk
-from harness.picture import Picture
 from harness.practice_service import PracticeService
 from harness.traces import check_no_traces, texts_of
+from harness.trial import carry_out, read_options
 
 PHONE = (390, 844)
 
@@ -65,52 +60,20 @@ def restart(console, service):
     service.start()
 
 
-def keep_evidence(folder, desk, console):
-    """Whatever can still be had."""
-    try:
-        Picture(desk.framebuffer).save(folder / "screen.png")
-        if console.running():
-            (folder / "screen.txt").write_text("\n".join(console.look().lines()),
-                                               encoding="utf-8")
-    except Exception as error:  # The failure that is being kept matters more.
-        print(f"not everything could be kept: {error}")
-
-
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    for name in ("console", "service", "artifacts"):
-        parser.add_argument(f"--{name}", required=True, type=Path)
-    options = parser.parse_args()
+    options = read_options(__doc__, "console", "service")
     folder = options.artifacts
-    shutil.rmtree(folder, ignore_errors=True)
-    folder.mkdir(parents=True)
-
-    begin = time.monotonic()
     with Desk(*PHONE) as desk:
         service = PracticeService(options.service, desk.folder / "data", desk.environment,
                                   folder / "service.log")
         console = Console(options.console, desk, folder / "console.log")
-        try:
+
+        def checks():
             run(console, service)
             leave_no_traces(console, service, desk.folder / "home", folder / "console.log")
             service.stop()
-        except Exception as error:
-            keep_evidence(folder, desk, console)
-            if isinstance(error, CheckFailed):
-                print(f"FAILED  {error}")
-            else:
-                traceback.print_exc(file=sys.stdout)
-            print(f"The picture, the tree and the programs' output are in {folder}")
-            return 1
-        finally:
-            # After a failure both still run; they end with the test at the latest.
-            for program in (console, service):
-                try:
-                    program.stop()
-                except Exception as error:
-                    print(f"at the end: {error}")
-    print(f"All checks hold, in {time.monotonic() - begin:.0f} s.")
-    return 0
+
+        return carry_out(checks, desk, console, service, folder)
 
 
 if __name__ == "__main__":

@@ -6,24 +6,20 @@ FOLDER is that system. Needs root, to look at it from inside. The display, the b
 practice service are this machine's.
 """
 
-import argparse
 import shlex
-import shutil
 import subprocess
 import sys
-import time
-from pathlib import Path
 
 import dashboard_chapter
 import projects_chapter
 import settings_chapter
 from harness.accessible import AccessibleProgram
-from harness.checks import CheckFailed, chapter, check, check_equal, wait_until
+from harness.checks import chapter, check, check_equal, wait_until
 from harness.console import Console
 from harness.desk import Desk, Program
-from harness.picture import Picture
 from harness.practice_service import PracticeService
 from harness.screen import Screen
+from harness.trial import carry_out, read_options
 
 PACKAGE = "trellisport-manager"
 PROGRAM = f"/usr/bin/{PACKAGE}"
@@ -105,14 +101,8 @@ def run_removal(root, listed):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    for name in ("root", "service", "artifacts"):
-        parser.add_argument(f"--{name}", required=True, type=Path)
-    options = parser.parse_args()
+    options = read_options(__doc__, "root", "service")
     folder = options.artifacts
-    shutil.rmtree(folder, ignore_errors=True)
-    folder.mkdir(parents=True)
-    begin = time.monotonic()
     with Desk(*PHONE) as desk:
         starter = desk.folder / "start-console"
         starter.write_text(STARTER.format(
@@ -122,24 +112,16 @@ def main():
         service = PracticeService(options.service, desk.folder / "data", desk.environment,
                                   folder / "service.log")
         console = Console(starter, desk, folder / "console.log")
-        try:
+
+        def checks():
             service.start()
             listed = run_files(options.root)
             run_without_service(desk, starter, folder)
             run_console(console, service)
             console.stop()
             run_removal(options.root, listed)
-        except CheckFailed as failure:
-            Picture(desk.framebuffer).save(folder / "screen.png")
-            print(f"FAILED  {failure}\nThe picture and the programs' output are in {folder}")
-            return 1
-        finally:
-            try:
-                console.stop()
-            finally:
-                service.stop()
-    print(f"All checks hold, in {time.monotonic() - begin:.0f} s.")
-    return 0
+
+        return carry_out(checks, desk, console, service, folder)
 
 
 if __name__ == "__main__":

@@ -30,16 +30,6 @@ protected:
     {
         return accessibleNode(scene->window(), role, QString::fromUtf8(name));
     }
-    void openTab(int tab)
-    {
-        show();
-        showTab(1);
-        settle();
-        openProject();
-        settle();
-        showWorkspaceTab(tab);
-        settle();
-    }
     QStringList named(QAccessible::Role role)
     {
         QStringList names;
@@ -156,6 +146,7 @@ TEST_F(Accessibility, AProjectsRowIsDescribedByItsFacts)
 TEST_F(Accessibility, CardsAreItemsOfAListWithAName)
 {
     fill();
+    show();
     openTab(5);
     node(QAccessible::List, "Logs");
     EXPECT_EQ(named(QAccessible::ListItem).size(), 2);
@@ -201,6 +192,7 @@ TEST_F(Accessibility, WhatHasBeenLoadedIsAnnounced)
     show();
     settle();
     EXPECT_THAT(HeardAnnouncements::texts(), Contains(u"Dashboard shown"));
+    show();
     openTab(5);
     EXPECT_THAT(HeardAnnouncements::texts(), Contains(u"Projects shown"));
     EXPECT_THAT(HeardAnnouncements::texts(),
@@ -247,6 +239,7 @@ TEST_F(Accessibility, HowASaveEndsIsAnnounced)
 TEST_F(Accessibility, HowAnAnswerEndsIsAnnounced)
 {
     fill();
+    show();
     openTab(6);
     const HeardAnnouncements announcements;
     const auto submit = [&](const char *said) {

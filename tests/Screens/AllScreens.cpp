@@ -172,6 +172,16 @@ void AllScreens::showWorkspaceTab(int tab)
     detail.setSelectedTab(tab);
 }
 
+void AllScreens::openTab(int tab)
+{
+    showTab(1);
+    settle();
+    openProject();
+    settle();
+    showWorkspaceTab(tab);
+    settle();
+}
+
 void AllScreens::settle()
 {
     ASSERT_TRUE(eventually([&] { return !has("spinner") && !has("spinnerRow"); }));

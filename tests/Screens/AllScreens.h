@@ -40,6 +40,8 @@ protected:
     void openProject();
     void closeProject();
     void showWorkspaceTab(int tab);
+    /// From any screen that is shown, waiting in between: the project and a tab of it.
+    void openTab(int tab);
     /// Waits until nothing is loading any longer and nothing moves.
     void settle();
 

@@ -18,16 +18,6 @@ protected:
         QGuiApplication::clipboard()->setText(QStringLiteral("before"));
     }
     static QString copied() { return QGuiApplication::clipboard()->text(); }
-    void openTab(int tab)
-    {
-        show();
-        showTab(1);
-        settle();
-        openProject();
-        settle();
-        showWorkspaceTab(tab);
-        settle();
-    }
     QPoint centre(const QQuickItem *item) const { return sceneRect(item).center().toPoint(); }
     void rightClick(QPoint place)
     {
@@ -78,6 +68,7 @@ TEST_F(Copy, ARightClickOffersTheTextsOfCards)
         {7, "3 files changed"},
         {7, "+ orders are kept for a year"},
     };
+    show();
     openTab(0);
     for (const auto &each : cases) {
         SCOPED_TRACE(each.text);
@@ -90,6 +81,7 @@ TEST_F(Copy, ARightClickOffersTheTextsOfCards)
 
 TEST_F(Copy, ALongPressOffersTheSame)
 {
+    show();
     openTab(5);
     const QPoint place = centre(scene->text(QStringLiteral("done")));
     QTest::mousePress(&scene->window(), Qt::LeftButton, Qt::NoModifier, place);
@@ -111,6 +103,7 @@ TEST_F(Copy, ATextOfManyRowsIsCopiedWhole)
     }
     session->alwaysReply("/logs", 200,
                          R"([{"id":"1","log_type":"info","content":")" + json + R"("}])");
+    show();
     openTab(5);
     rightClick({100, 500});
     choose();
@@ -119,6 +112,7 @@ TEST_F(Copy, ATextOfManyRowsIsCopiedWhole)
 
 TEST_F(Copy, TheTitleOfAProjectIsCopiedFromItsBarAndFromTheList)
 {
+    show();
     openTab(0);
     rightClick(centre(item("headline")));
     choose();
@@ -162,6 +156,7 @@ TEST_F(Copy, TheKeyboardCopiesTheTitleOfARow)
 
 TEST_F(Copy, EscapeClosesTheMenuAndNothingElse)
 {
+    show();
     openTab(5);
     rightClick(centre(scene->text(QStringLiteral("done"))));
     ASSERT_TRUE(eventually([&] { return menuButton() != nullptr; }));
@@ -173,6 +168,7 @@ TEST_F(Copy, EscapeClosesTheMenuAndNothingElse)
 
 TEST_F(Copy, ThereIsNoMenuWhereThereIsNoTextAndOnButtons)
 {
+    show();
     openTab(6);
     rightClick({2, 600});
     rightClick(centre(item("submitButton")));

@@ -10,15 +10,7 @@ namespace {
 class LowWindow : public AllScreens {
 protected:
     void resize(QSize size) { scene->window().resize(size); }
-    void openDecisions()
-    {
-        showTab(1);
-        settle();
-        openProject();
-        settle();
-        showWorkspaceTab(6);
-        settle();
-    }
+    void openDecisions() { openTab(6); }
     static bool isWhole(const QQuickItem *item)
     {
         return shownPart(item).height() >= item->height() - 0.5;

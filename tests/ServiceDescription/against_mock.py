@@ -6,22 +6,18 @@ Whoever builds a service from the description gets one that the console works wi
 server can't do is left out: it keeps nothing, fails never and pushes no messages.
 """
 
-import argparse
 import os
-import shutil
 import sys
-import time
-from pathlib import Path
 
 import dashboard_chapter
 import decisions_chapter
 import projects_chapter
 import settings_chapter
 import workspace_chapter
-from harness.checks import CheckFailed, chapter, check_equal
+from harness.checks import chapter, check_equal
 from harness.console import Console
 from harness.desk import Desk
-from harness.picture import Picture
+from harness.trial import carry_out, read_options
 from mock_service import MockService
 
 PHONE = (390, 844)
@@ -75,33 +71,19 @@ def run_settings(console, service):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__)
-    for name in ("console", "mock-server", "description", "artifacts"):
-        parser.add_argument(f"--{name}", required=True, type=Path)
-    options = parser.parse_args()
+    options = read_options(__doc__, "console", "mock-server", "description")
     folder = options.artifacts
-    shutil.rmtree(folder, ignore_errors=True)
-    folder.mkdir(parents=True)
-    begin = time.monotonic()
     with Desk(*PHONE) as desk:
         service = MockService(options.mock_server, options.description, desk.folder / "mock",
                               dict(os.environ, NO_COLOR="1"))
         console = Console(options.console, desk, folder / "console.log")
-        try:
+
+        def checks():
             service.start()
             run(console, service)
             console.stop()
-        except CheckFailed as failure:
-            Picture(desk.framebuffer).save(folder / "screen.png")
-            print(f"FAILED  {failure}\nThe picture and the console's output are in {folder}")
-            return 1
-        finally:
-            try:
-                console.stop()
-            finally:
-                service.stop()
-    print(f"All checks hold, in {time.monotonic() - begin:.0f} s.")
-    return 0
+
+        return carry_out(checks, desk, console, service, folder)
 
 
 if __name__ == "__main__":
