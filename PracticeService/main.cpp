@@ -3,6 +3,7 @@
 #include "PracticeService/Listener.h"
 #include "PracticeService/Options.h"
 #include "PracticeService/Push/PushSender.h"
+#include "PracticeService/Push/Vapid.h"
 #include "PracticeService/Service.h"
 
 #include <QCoreApplication>
@@ -79,6 +80,8 @@ int serve(const Options &options, StopSignals &stop)
 
     const CertificateFiles certificates = ensureCertificates(options.dataFolder);
     Listener listener(certificates, options.port);
+    const std::string address = "https://127.0.0.1:" + std::to_string(listener.port());
+    const Vapid vapid(std::filesystem::path(options.dataFolder) / "push-key.pem", address);
     PushSender pushes;
     Keeper keeper({std::filesystem::path(options.dataFolder) / "state.sqlite", options.seed,
                    options.scale, options.speed,
@@ -88,14 +91,14 @@ int serve(const Options &options, StopSignals &stop)
          [&keeper](const std::string &token) {
              keeper.ask([&](Keeper::Desk &desk) { desk.store.removeDevice(token); });
          }},
-        [&certificates](const PushPost &message) {
-            return post(message, certificates.authority.string());
+        [&certificates, &vapid](const PushPost &message) {
+            return post(message, vapid, certificates.authority.string());
         });
     const auto pushesEnd = qScopeGuard([&pushes] { pushes.stop(); }); // before the keeper goes
     Service service(keeper, options.control);
     stop.servingBegins();
     listener.start(service, options.verbose);
-    std::cout << "listening on https://127.0.0.1:" << listener.port() << "/api/v1, authority "
+    std::cout << "listening on " << address << "/api/v1, authority "
               << certificates.authority.string() << std::endl;
 
     stop.waitForOne();

@@ -25,16 +25,18 @@ std::size_t ignore(char * /*data*/, std::size_t size, std::size_t count, void * 
 
 } // namespace
 
-PushOutcome post(const PushPost &message, const std::string &authority)
+PushOutcome post(const PushPost &message, const Vapid &sender, const std::string &authority)
 {
     const std::unique_ptr<CURL, Closer> curl(curl_easy_init());
-    if (!curl) {
+    const auto proof = sender.authorization(message.endpoint, Vapid::Clock::now());
+    if (!curl || !proof) {
         return PushOutcome::Failed;
     }
+    const std::string authorization = "Authorization: " + *proof;
     std::unique_ptr<curl_slist, Closer> headers;
     for (const char *header :
          {"Content-Type: application/octet-stream", "Content-Encoding: aes128gcm", "TTL: 86400",
-          message.isUrgent ? "Urgency: high" : "Urgency: normal"}) {
+          message.isUrgent ? "Urgency: high" : "Urgency: normal", authorization.c_str()}) {
         headers.reset(curl_slist_append(headers.release(), header));
     }
     curl_easy_setopt(curl.get(), CURLOPT_URL, message.endpoint.c_str());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PracticeService/Push/Vapid.h"
+
 #include <QByteArray>
 
 #include <string>
@@ -19,8 +21,10 @@ struct PushPost {
     bool isUrgent = false;
 };
 
-/// Posts it and waits for the answer, for some seconds at most. authority: a file with a
-/// certificate authority to trust besides the system's; may be empty.
-[[nodiscard]] PushOutcome post(const PushPost &message, const std::string &authority);
+/// Posts it and waits for the answer, for some seconds at most. sender: who says that it is from
+/// here. authority: a file with a certificate authority to trust besides the system's; may be
+/// empty.
+[[nodiscard]] PushOutcome post(const PushPost &message, const Vapid &sender,
+                               const std::string &authority);
 
 } // namespace trellisport::practice

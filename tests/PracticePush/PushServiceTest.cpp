@@ -77,7 +77,7 @@ protected:
     {
         // Answered by this thread's service, so asked for from another.
         auto outcome = std::async(std::launch::async, [&] {
-            return post({endpoint, content, false}, m_certificates.authority.string());
+            return post({endpoint, content, false}, m_vapid, m_certificates.authority.string());
         });
         static_cast<void>(waitUntil([&] {
             return outcome.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
@@ -88,6 +88,7 @@ protected:
     test::PrivateBus m_bus;
     QTemporaryDir m_folder;
     CertificateFiles m_certificates = ensureCertificates(m_folder.path().toStdString());
+    Vapid m_vapid{m_folder.path().toStdString() + "/push-key.pem", "https://service.test"};
     std::unique_ptr<PushService> m_service;
     EndpointServer m_server{m_certificates, 0};
     QDBusConnection m_ours = m_bus.connect();
@@ -163,6 +164,7 @@ TEST(PushPost, NobodyThereIsAFailureAndSoIsAServerThatIsNotTrusted)
 {
     const QTemporaryDir folder;
     const CertificateFiles files = ensureCertificates(folder.path().toStdString());
+    const Vapid vapid(folder.path().toStdString() + "/push-key.pem", "https://service.test");
     std::string endpoint;
     {
         EndpointServer server(files, 0);
@@ -170,11 +172,12 @@ TEST(PushPost, NobodyThereIsAFailureAndSoIsAServerThatIsNotTrusted)
             {[](const QString &) { return true; }, [](const QString &, const QByteArray &) {}});
         endpoint =
             "https://127.0.0.1:" + std::to_string(server.port()) + "/push/" + std::string(32, '0');
-        EXPECT_EQ(post({endpoint, "x", false}, files.authority.string()), PushOutcome::Accepted);
-        EXPECT_EQ(post({endpoint, "x", false}, {}), PushOutcome::Failed);
+        EXPECT_EQ(post({endpoint, "x", false}, vapid, files.authority.string()),
+                  PushOutcome::Accepted);
+        EXPECT_EQ(post({endpoint, "x", false}, vapid, {}), PushOutcome::Failed);
     }
-    EXPECT_EQ(post({endpoint, "x", false}, files.authority.string()), PushOutcome::Failed);
-    EXPECT_EQ(post({"http://127.0.0.1:1/", "x", false}, {}), PushOutcome::Failed);
+    EXPECT_EQ(post({endpoint, "x", false}, vapid, files.authority.string()), PushOutcome::Failed);
+    EXPECT_EQ(post({"http://127.0.0.1:1/", "x", false}, vapid, {}), PushOutcome::Failed);
 }
 
 } // namespace
