@@ -24,6 +24,8 @@ constexpr std::size_t largestBody = std::size_t(1024) * 1024;
 // Every connection keeps a thread while it lives.
 constexpr std::size_t mostConnections = 48;
 constexpr std::time_t idleSeconds = 20;
+// A browser that compiles what it has got so far may take no more for some seconds.
+constexpr std::time_t writeSeconds = 30;
 
 /// The open connections, so that stopping need not wait until idle ones run out. A connection is
 /// known from its TLS handshake until its TLS object goes.
@@ -91,6 +93,15 @@ private:
     int m_index = -1;
 };
 
+/// A header's value; the values, when it came several times.
+std::string headerOf(const httplib::Request &from, const char *name)
+{
+    std::string value;
+    for (std::size_t number = 0; number < from.get_header_value_count(name); ++number)
+        value += (number == 0 ? "" : ", ") + from.get_header_value(name, number);
+    return value;
+}
+
 ServiceRequest requestOf(const httplib::Request &from)
 {
     ServiceRequest request;
@@ -98,7 +109,8 @@ ServiceRequest requestOf(const httplib::Request &from)
     request.path = from.path;
     request.query = from.params;
     request.contentType = from.get_header_value("Content-Type");
-    request.ifNoneMatch = from.get_header_value("If-None-Match");
+    request.acceptEncoding = headerOf(from, "Accept-Encoding");
+    request.ifNoneMatch = headerOf(from, "If-None-Match");
     request.body = from.body;
     return request;
 }
@@ -116,11 +128,30 @@ bool sendSlowly(const std::string &body, std::size_t offset, const httplib::Data
     return sent;
 }
 
+/// The most that goes out at a time of what many replies share.
+constexpr std::size_t sharedPiece = std::size_t(64) * 1024;
+
+/// Sends what many replies share, without copying it. A piece goes at a time, so that a reader who
+/// takes its time need only take some of it in time.
+void share(httplib::Response &response, const ServiceReply &reply)
+{
+    response.set_content_provider(reply.content->size(), reply.contentType,
+                                  [content = reply.content](std::size_t offset, std::size_t length,
+                                                            const httplib::DataSink &sink) {
+                                      return sink.write(content->data() + offset,
+                                                        std::min(sharedPiece, length));
+                                  });
+}
+
 void fill(httplib::Response &response, const ServiceReply &reply)
 {
     response.status = reply.status;
     for (const auto &[name, value] : reply.headers)
         response.set_header(name, value);
+    if (reply.content && !reply.content->empty()) {
+        share(response, reply);
+        return;
+    }
     if (reply.body.empty())
         return;
     switch (reply.delivery) {
@@ -182,6 +213,7 @@ Listener::Listener(const CertificateFiles &certificates, int port)
     http.set_tcp_nodelay(true);
     http.set_keep_alive_max_count(100'000);
     http.set_keep_alive_timeout(idleSeconds);
+    http.set_write_timeout(writeSeconds);
     http.set_payload_max_length(largestBody);
     // The library's own choice would let a second service share the port unnoticed.
     http.set_socket_options([](socket_t socket) {
@@ -215,23 +247,25 @@ void Listener::start(Service &service, bool verbose)
     // The library gets no routes: it matches them with regular expressions whose recursion a long
     // path drives through the stack. Without routes every request that is sound arrives here as a
     // 404, its body read; what the library refuses by itself arrives with its own status.
-    http.set_error_handler(
-        [this, &service, verbose](const httplib::Request &from, httplib::Response &response) {
-            forgetWishes(from);
-            const ServiceReply reply =
-                response.status == 404 ? service.handle(requestOf(from))
-                : response.status == 413
-                    ? refusal(413, "The body is too large.")
-                    : refusal(response.status,
-                              "The request is not understood; a body needs its length.");
-            if (reply.delivery == Delivery::Reset)
-                m_server->connections.reset(from.remote_port);
-            fill(response, reply);
-            if (verbose) {
-                std::cerr << from.method + ' ' + from.target + ' ' + std::to_string(reply.status) +
-                                 '\n';
-            }
-        });
+    http.set_error_handler([this, &service, verbose](const httplib::Request &from,
+                                                     httplib::Response &response) {
+        const ServiceRequest request = requestOf(from);
+        forgetWishes(from);
+        const ServiceReply reply =
+            response.status == 404
+                ? service.handle(request)
+                : Service::refuse(request, response.status,
+                                  response.status == 413
+                                      ? "The body is too large."
+                                      : "The request is not understood; a body needs its length.");
+        if (reply.delivery == Delivery::Reset)
+            m_server->connections.reset(from.remote_port);
+        fill(response, reply);
+        if (verbose) {
+            std::cerr << from.method + ' ' + from.target + ' ' + std::to_string(reply.status) +
+                             '\n';
+        }
+    });
     m_server->thread = std::thread([&http] { http.listen_after_bind(); });
     // Stopping a server that does not run yet would go unnoticed.
     while (!http.is_running())

@@ -74,6 +74,10 @@ std::variant<Options, Notice> readOptions(const QStringList &arguments)
     const QCommandLineOption data(QStringLiteral("data"),
                                   QStringLiteral("Folder for the state and the certificates."),
                                   QStringLiteral("DIR"), defaultDataFolder());
+    const QCommandLineOption app(
+        QStringLiteral("app"),
+        QStringLiteral("Folder with the console for browsers, to offer at /app/."),
+        QStringLiteral("DIR"));
     const QCommandLineOption seed(
         QStringLiteral("seed"),
         QStringLiteral("The same seed gives the same portfolio. Counts only for a new folder."),
@@ -93,7 +97,7 @@ std::variant<Options, Notice> readOptions(const QStringList &arguments)
 
     QCommandLineParser parser;
     parser.setApplicationDescription(description);
-    parser.addOptions({port, data, seed, scale, speed, control, verbose});
+    parser.addOptions({port, data, app, seed, scale, speed, control, verbose});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(arguments)) {
@@ -125,6 +129,11 @@ std::variant<Options, Notice> readOptions(const QStringList &arguments)
         return *wrong;
     if (parser.value(data).isEmpty())
         return complaint(QStringLiteral("--data takes a folder."));
+    if (parser.isSet(app)) {
+        if (parser.value(app).isEmpty())
+            return complaint(QStringLiteral("--app takes a folder."));
+        options.appFolder = QDir(parser.value(app)).absolutePath().toStdString();
+    }
     options.seed = static_cast<std::uint64_t>(seedNumber);
     options.dataFolder = QDir(parser.value(data)).absolutePath().toStdString();
     options.control = parser.isSet(control);

@@ -13,6 +13,7 @@ namespace trellisport::practice {
 struct Options {
     int port = 8443;        ///< 0: any free port
     std::string dataFolder; ///< absolute
+    std::string appFolder;  ///< absolute; empty: none
     std::uint64_t seed = 1;
     int scale = 1;      ///< times the usual number of projects, 1 ... 1000
     double speed = 1.0; ///< agent's seconds per second, 0 ... 100000; 0: its time stands still

@@ -1,11 +1,9 @@
 #include "PracticeService/Service.h"
 
+#include "PracticeService/App/App.h"
 #include "PracticeService/RequestBody.h"
 #include "PracticeService/StatusPage.h"
 #include "ServiceAccess/RecordCoding.h"
-
-#include <QByteArray>
-#include <QCryptographicHash>
 
 #include <algorithm>
 #include <iostream>
@@ -40,18 +38,6 @@ ServiceReply done()
     return json(R"({"status":"ok"})");
 }
 
-ServiceReply wrongMethod(const char *allowed)
-{
-    ServiceReply reply = refusal(405, std::string("Only ") + allowed + " is possible here.");
-    reply.headers.emplace_back("Allow", allowed);
-    return reply;
-}
-
-ServiceReply unknownPath()
-{
-    return refusal(404, "There is nothing under this path.");
-}
-
 ServiceReply unknownProject()
 {
     return refusal(404, "There is no such project.");
@@ -61,11 +47,6 @@ bool isApi(const ServiceRequest &request)
 {
     return request.path.starts_with(apiRoot) &&
            request.path.substr(apiRoot.size()).starts_with('/');
-}
-
-bool isGet(const ServiceRequest &request)
-{
-    return request.method == "GET" || request.method == "HEAD";
 }
 
 template <typename Value>
@@ -83,14 +64,10 @@ ServiceReply encodedOrUnknown(const std::optional<Value> &value)
 /// Gives the reply a tag, or says that the asker has it already.
 void makeCacheable(const ServiceRequest &request, ServiceReply &reply)
 {
-    const QByteArray hash = QCryptographicHash::hash(
-        QByteArray::fromRawData(reply.body.data(), static_cast<qsizetype>(reply.body.size())),
-        QCryptographicHash::Sha1);
-    const std::string tag = '"' + hash.toHex().left(24).toStdString() + '"';
+    const std::string tag = entityTagOf(reply.body);
     reply.headers.emplace_back("ETag", tag);
     reply.headers.emplace_back("Cache-Control", "no-cache");
-    // A tag never stands inside another, so a search will do for a list of tags.
-    if (request.ifNoneMatch == "*" || request.ifNoneMatch.find(tag) != std::string::npos) {
+    if (isHeld(request, tag)) {
         reply.status = 304;
         reply.body.clear();
     }
@@ -132,22 +109,32 @@ void spoil(ServiceReply &reply, Fault::Kind kind)
 
 } // namespace
 
-ServiceReply refusal(int status, const std::string &reason)
-{
-    ServiceReply reply = json(encode(TextMap{{"error", reason}}));
-    reply.status = status;
-    return reply;
-}
-
-Service::Service(Keeper &keeper, bool control)
+Service::Service(Keeper &keeper, bool control, App *app)
     : m_keeper(keeper)
+    , m_app(app)
     , m_control(control)
 {
 }
 
 ServiceReply Service::handle(const ServiceRequest &request)
 {
+    ServiceReply reply = attempt(request);
+    App::secure(request, reply);
+    return reply;
+}
+
+ServiceReply Service::refuse(const ServiceRequest &request, int status, const std::string &reason)
+{
+    ServiceReply reply = refusal(status, reason);
+    App::secure(request, reply);
+    return reply;
+}
+
+ServiceReply Service::attempt(const ServiceRequest &request)
+{
     try {
+        if (App::isAbout(request))
+            return m_app != nullptr ? m_app->handle(request) : unknownPath();
         const std::optional<Fault> fault = m_control ? meet(request) : std::nullopt;
         if (fault) {
             m_faults.wait(fault->delay);

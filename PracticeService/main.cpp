@@ -1,3 +1,4 @@
+#include "PracticeService/App/App.h"
 #include "PracticeService/Certificates.h"
 #include "PracticeService/Keeper.h"
 #include "PracticeService/Listener.h"
@@ -82,6 +83,7 @@ int serve(const Options &options, StopSignals &stop)
     Listener listener(certificates, options.port);
     const std::string address = "https://127.0.0.1:" + std::to_string(listener.port());
     const Vapid vapid(std::filesystem::path(options.dataFolder) / "push-key.pem", address);
+    App app(options.appFolder, vapid.publicKey());
     PushSender pushes;
     Keeper keeper({std::filesystem::path(options.dataFolder) / "state.sqlite", options.seed,
                    options.scale, options.speed,
@@ -95,7 +97,7 @@ int serve(const Options &options, StopSignals &stop)
             return post(message, vapid, certificates.authority.string());
         });
     const auto pushesEnd = qScopeGuard([&pushes] { pushes.stop(); }); // before the keeper goes
-    Service service(keeper, options.control);
+    Service service(keeper, options.control, &app);
     stop.servingBegins();
     listener.start(service, options.verbose);
     std::cout << "listening on " << address << "/api/v1, authority "

@@ -42,6 +42,13 @@ CurlClient::Reply CurlClient::get(const std::string &url, const std::vector<std:
     return perform(url, headers);
 }
 
+CurlClient::Reply CurlClient::head(const std::string &url)
+{
+    curl_easy_reset(m_curl.get());
+    curl_easy_setopt(m_curl.get(), CURLOPT_NOBODY, 1L);
+    return perform(url, {});
+}
+
 CurlClient::Reply CurlClient::send(const std::string &method, const std::string &url,
                                    const std::string &body)
 {
@@ -57,6 +64,7 @@ void CurlClient::prepare(const std::string &url)
 {
     CURL *curl = m_curl.get();
     curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
+    curl_easy_setopt(curl, CURLOPT_PATH_AS_IS, 1L);
     curl_easy_setopt(curl, CURLOPT_TIMEOUT, 30L);
     curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");
     curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, 1L);

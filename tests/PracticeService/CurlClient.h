@@ -22,6 +22,7 @@ public:
         std::map<std::string, std::string> headers; ///< names in lower case
     };
     Reply get(const std::string &url, const std::vector<std::string> &headers = {});
+    Reply head(const std::string &url);
     Reply send(const std::string &method, const std::string &url, const std::string &body);
 
     /// Sends bytes as they are over TLS and waits for no reply. They may arrive in part only, when

@@ -28,6 +28,7 @@ public:
     /// SIGTERM; false when the program does not end in time.
     [[nodiscard]] bool terminate(int milliseconds);
     [[nodiscard]] int exitCode() const { return m_process.exitCode(); }
+    [[nodiscard]] QByteArray output() { return m_process.readAllStandardOutput(); }
     [[nodiscard]] QByteArray errors() { return m_process.readAllStandardError(); }
 
 private:

@@ -80,6 +80,18 @@ TEST(Start, DamagedStateIsASentence)
                     "state.sqlite");
 }
 
+TEST(Start, AppFolderWithoutAPageIsASentence)
+{
+    const QTemporaryDir folder;
+    const QTemporaryDir empty;
+    for (const QString &app : {empty.path(), empty.filePath(QStringLiteral("not/there"))}) {
+        expectComplaint(
+            runService({QStringLiteral("--port"), QStringLiteral("0"), QStringLiteral("--data"),
+                        folder.path(), QStringLiteral("--app"), app}),
+            "holds no index.html");
+    }
+}
+
 TEST(Start, BadOptionIsASentence)
 {
     expectComplaint(runService({QStringLiteral("--speed"), QStringLiteral("quick")}), "--speed");
