@@ -97,8 +97,9 @@ private:
 std::string headerOf(const httplib::Request &from, const char *name)
 {
     std::string value;
-    for (std::size_t number = 0; number < from.get_header_value_count(name); ++number)
-        value += (number == 0 ? "" : ", ") + from.get_header_value(name, number);
+    const auto [begin, end] = from.headers.equal_range(name);
+    for (auto header = begin; header != end; ++header)
+        value += (header == begin ? "" : ", ") + header->second;
     return value;
 }
 

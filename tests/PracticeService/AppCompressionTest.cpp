@@ -48,6 +48,8 @@ TEST_F(AppCompression, TheBestFormThatTheBrowserTakesIsSent)
         EXPECT_EQ(headerOf(reply, "content-length"), std::to_string(reply.body.size()));
     }
     EXPECT_EQ(headerOf(get("/app/start.js"), "content-encoding"), "-");
+    const auto twice = get("/app/start.js", {"Accept-Encoding: gzip", "Accept-Encoding: br"});
+    EXPECT_EQ(headerOf(twice, "content-encoding"), "br");
 }
 
 TEST_F(AppCompression, AFormThatIsMissingIsDoneWithout)
