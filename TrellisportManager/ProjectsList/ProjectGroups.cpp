@@ -20,21 +20,34 @@ std::vector<std::uint8_t> statusPlaces(const std::vector<Project> &projects)
     return places;
 }
 
-std::vector<ProjectGroup> groupProjects(const std::vector<Project> &projects,
-                                        const std::vector<std::uint8_t> &places,
+std::vector<std::string_view> titlesOf(const std::vector<Project> &projects)
+{
+    std::vector<std::string_view> titles;
+    titles.reserve(projects.size());
+    for (const Project &project : projects) {
+        titles.push_back(project.title);
+    }
+    return titles;
+}
+
+std::vector<ProjectGroup> groupProjects(const std::vector<std::uint8_t> &statuses,
                                         std::optional<std::size_t> status,
-                                        platform::TextSearch *search)
+                                        const std::optional<std::vector<std::uint32_t>> &found)
 {
     // One pass in the order in which the projects lie in memory: a pass for each status takes four
     // times as long for a hundred thousand of them.
     std::array<std::vector<std::uint32_t>, projectStatuses.size()> parts;
-    for (std::size_t index = 0; index < projects.size(); ++index) {
-        const std::uint8_t place = places[index];
-        if (place == unlistedStatus || (status && place != *status)) {
-            continue;
+    const auto take = [&](std::uint32_t project) {
+        const std::uint8_t place = statuses[project];
+        if (place != unlistedStatus && (!status || place == *status)) {
+            parts.at(place).push_back(project);
         }
-        if (search == nullptr || search->isIn(projects[index].title)) {
-            parts.at(place).push_back(static_cast<std::uint32_t>(index));
+    };
+    if (found) {
+        std::for_each(found->begin(), found->end(), take);
+    } else {
+        for (std::uint32_t project = 0; project < statuses.size(); ++project) {
+            take(project);
         }
     }
     std::vector<ProjectGroup> groups;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Platform/TextRules.h"
 #include "ServiceAccess/Records.h"
 
 #include <array>
@@ -32,12 +31,14 @@ struct ProjectGroup {
 [[nodiscard]] std::vector<std::uint8_t> statusPlaces(const std::vector<Project> &projects);
 inline constexpr std::uint8_t unlistedStatus = projectStatuses.size();
 
+/// The titles, as they lie in the projects; for a search in all of them.
+[[nodiscard]] std::vector<std::string_view> titlesOf(const std::vector<Project> &projects);
+
 /// Parts the projects by status, in the order of projectStatuses: those of one status only, when
-/// one is given (a place in projectStatuses), and only those whose title search finds, when there
-/// is a search. places: what statusPlaces() gave for these projects.
-[[nodiscard]] std::vector<ProjectGroup> groupProjects(const std::vector<Project> &projects,
-                                                      const std::vector<std::uint8_t> &places,
-                                                      std::optional<std::size_t> status = {},
-                                                      platform::TextSearch *search = nullptr);
+/// one is given (a place in projectStatuses), and only those found, when something was searched
+/// for. statuses: what statusPlaces() gave for the projects. found: places of projects, ascending.
+[[nodiscard]] std::vector<ProjectGroup>
+groupProjects(const std::vector<std::uint8_t> &statuses, std::optional<std::size_t> status = {},
+              const std::optional<std::vector<std::uint32_t>> &found = {});
 
 } // namespace trellisport

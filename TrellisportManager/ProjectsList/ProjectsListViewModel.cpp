@@ -2,6 +2,7 @@
 
 #include "Platform/Platform.h"
 #include "Presentation/StatusStyle.h"
+#include "ServiceAccess/Arrival.h"
 
 #include <QPointer>
 
@@ -12,15 +13,17 @@ namespace trellisport {
 
 ProjectsListViewModel::ProjectsListViewModel()
     : ProjectsListViewModel(TrellisportAPI::shared(), platform::Platform::current().textRules(),
-                            NotificationManager::shared())
+                            platform::Platform::current().executor(), NotificationManager::shared())
 {
 }
 
 ProjectsListViewModel::ProjectsListViewModel(TrellisportAPI &api, const platform::TextRules &rules,
+                                             platform::Executor &executor,
                                              NotificationManager &notifications, QObject *parent)
     : ScreenModel(parent)
     , m_api(api)
     , m_rules(rules)
+    , m_executor(executor)
     , m_notifications(notifications)
     , m_rows(rules)
     , m_projects(std::make_shared<const std::vector<Project>>())
@@ -60,7 +63,6 @@ void ProjectsListViewModel::setSearchText(const QString &text)
         return;
     }
     m_searchText = text;
-    m_search = text.isEmpty() ? nullptr : m_rules.search(text.toStdString());
     updateRows();
     Q_EMIT searchTextChanged();
 }
@@ -72,10 +74,12 @@ QCoro::Task<> ProjectsListViewModel::loadProjects(CancellationToken cancellation
         auto projects = std::make_shared<const std::vector<Project>>(
             co_await m_api.getProjects(std::nullopt, cancellation));
         if (self) {
+            m_titles.reset(); // they lie in the projects
             m_projects = std::move(projects);
             m_statusPlaces = statusPlaces(*m_projects);
             updateRows();
             endLoading();
+            makeTitlesReady();
         }
     } catch (const std::exception &) {
         if (self) {
@@ -106,6 +110,21 @@ QCoro::Task<> ProjectsListViewModel::refreshProjects()
     }
 }
 
+QCoro::Task<> ProjectsListViewModel::makeTitlesReady()
+{
+    const QPointer<ProjectsListViewModel> self(this);
+    // Held here, too, so that the titles outlive what refers to them.
+    const ProjectRowsModel::Projects projects = m_projects;
+    const Arrival<std::unique_ptr<platform::SearchableTexts>> arrival;
+    m_executor.run([arrival, projects, &rules = m_rules] {
+        arrival.deliver(rules.searchable(titlesOf(*projects)));
+    });
+    auto titles = co_await arrival;
+    if (self && projects == m_projects) {
+        m_titles = std::move(titles);
+    }
+}
+
 void ProjectsListViewModel::takeOverPendingProject()
 {
     if (m_notifications.pendingProjectId()) {
@@ -129,8 +148,18 @@ void ProjectsListViewModel::updateChips()
 
 void ProjectsListViewModel::updateRows()
 {
-    m_rows.show(m_projects,
-                groupProjects(*m_projects, m_statusPlaces, m_selectedStatus, m_search.get()));
+    m_rows.show(m_projects, groupProjects(m_statusPlaces, m_selectedStatus, found()));
+}
+
+std::optional<std::vector<std::uint32_t>> ProjectsListViewModel::found()
+{
+    if (m_searchText.isEmpty()) {
+        return std::nullopt;
+    }
+    if (!m_titles) {
+        m_titles = std::make_unique<platform::TextsOneByOne>(m_rules, titlesOf(*m_projects));
+    }
+    return m_titles->holding(m_searchText.toStdString());
 }
 
 } // namespace trellisport

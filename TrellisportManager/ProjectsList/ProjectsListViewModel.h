@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Notifications/NotificationManager.h"
+#include "Platform/Executor.h"
 #include "Platform/TextRules.h"
 #include "Presentation/ScreenModel.h"
 #include "ProjectsList/FilterChipData.h"
@@ -34,9 +35,11 @@ class ProjectsListViewModel : public trellisport::ScreenModel {
     Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY isRefreshingChanged FINAL)
 public:
     ProjectsListViewModel();
-    /// api, rules and notifications must outlive the model.
+    /// api, rules, executor and notifications must outlive the model, and the rules also the work
+    /// that it gives to the executor.
     ProjectsListViewModel(TrellisportAPI &api, const platform::TextRules &rules,
-                          NotificationManager &notifications, QObject *parent = nullptr);
+                          platform::Executor &executor, NotificationManager &notifications,
+                          QObject *parent = nullptr);
 
     [[nodiscard]] ProjectRowsModel *rows() { return &m_rows; }
     /// "All", then one chip for each of projectStatuses.
@@ -74,20 +77,25 @@ protected:
 
 private:
     QCoro::Task<> refreshProjects();
+    QCoro::Task<> makeTitlesReady();
     void takeOverPendingProject();
     void updateChips();
     void updateRows();
+    /// The places of the projects whose titles hold the search text; absent while that is empty.
+    [[nodiscard]] std::optional<std::vector<std::uint32_t>> found();
 
     TrellisportAPI &m_api;
     const platform::TextRules &m_rules;
+    platform::Executor &m_executor;
     NotificationManager &m_notifications;
     ProjectRowsModel m_rows;
     ProjectRowsModel::Projects m_projects;
-    std::vector<std::uint8_t> m_statusPlaces;    ///< of all that is loaded
+    std::vector<std::uint8_t> m_statusPlaces; ///< of all that is loaded
+    /// The titles of m_projects; none until they are ready or needed.
+    std::unique_ptr<platform::SearchableTexts> m_titles;
     std::optional<std::size_t> m_selectedStatus; ///< a place in projectStatuses
     QList<FilterChipData> m_chips;
     QString m_searchText;
-    std::unique_ptr<platform::TextSearch> m_search; ///< none while the text is empty
     std::optional<std::string> m_navigateToProjectId;
     int m_refreshes = 0;
 };

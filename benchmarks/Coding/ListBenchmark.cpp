@@ -38,9 +38,9 @@ void searchTitles(benchmark::State &state)
 {
     const auto listed = someProjects(static_cast<std::size_t>(state.range(0)));
     const auto places = statusPlaces(listed);
-    const auto search = platform::Platform::current().textRules().search(sought);
+    const auto titles = platform::Platform::current().textRules().searchable(titlesOf(listed));
     while (state.KeepRunning()) {
-        auto groups = groupProjects(listed, places, {}, search.get());
+        auto groups = groupProjects(places, {}, titles->holding(sought));
         benchmark::DoNotOptimize(groups);
     }
 }

@@ -126,8 +126,9 @@ void Scene::make(const QString &module, const QString &type, const QVariantMap &
 
 void Scene::showProjects()
 {
-    const auto &rules = platform::Platform::current().textRules();
-    m_projects = std::make_unique<ProjectsListViewModel>(m_api, rules, m_notifications);
+    platform::Platform &platform = platform::Platform::current();
+    m_projects = std::make_unique<ProjectsListViewModel>(m_api, platform.textRules(),
+                                                         platform.executor(), m_notifications);
     auto page = std::make_unique<QQmlComponent>(&m_engine);
     page->setData("import QtQuick; Item {}", QUrl(QStringLiteral("qrc:/page.qml")));
     make(QStringLiteral("ProjectsList"), QStringLiteral("ProjectsListView"),

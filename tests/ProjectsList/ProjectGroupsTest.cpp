@@ -15,15 +15,16 @@ constexpr std::size_t bidPlaced = 4;
 constexpr std::size_t awarded = 5;
 constexpr std::size_t completed = 7;
 
-std::unique_ptr<platform::TextSearch> search(const char *part)
-{
-    return platform::Platform::current().textRules().search(part);
-}
-
+/// searched: what is looked for in the titles.
 Groups grouped(const std::vector<Project> &projects, std::optional<std::size_t> status = {},
-               platform::TextSearch *search = nullptr)
+               const char *searched = nullptr)
 {
-    return groupProjects(projects, statusPlaces(projects), status, search);
+    std::optional<std::vector<std::uint32_t>> found;
+    if (searched != nullptr) {
+        const auto &rules = platform::Platform::current().textRules();
+        found = rules.searchable(titlesOf(projects))->holding(searched);
+    }
+    return groupProjects(statusPlaces(projects), status, found);
 }
 
 TEST(ProjectGroups, StandInTheirFixedOrderWhateverOrderTheServiceUsed)
@@ -74,7 +75,7 @@ TEST(ProjectGroups, ASearchForApiFindsItInTitlesInAnyLetterCase)
     const std::vector<Project> projects{
         project("1", "awarded", "REST API"), project("2", "awarded", "Rapid prototype"),
         project("3", "awarded", "Logo"), project("4", "discovered", "Apis and bees")};
-    const auto found = grouped(projects, std::nullopt, search("api").get());
+    const auto found = grouped(projects, std::nullopt, "api");
     EXPECT_EQ(found, (Groups{{discovered, {3}}, {awarded, {0, 1}}}));
 }
 
@@ -86,7 +87,7 @@ TEST(ProjectGroups, ASearchReadsNothingButTitles)
                                          .description = "an api",
                                          .bidStatus = "awarded",
                                          .ownerUsername = "api_shop"}};
-    EXPECT_THAT(grouped(projects, std::nullopt, search("api").get()), IsEmpty());
+    EXPECT_THAT(grouped(projects, std::nullopt, "api"), IsEmpty());
 }
 
 TEST(ProjectGroups, AStatusAndASearchBothCount)
@@ -94,7 +95,7 @@ TEST(ProjectGroups, AStatusAndASearchBothCount)
     const std::vector<Project> projects{project("1", "awarded", "api one"),
                                         project("2", "discovered", "api two"),
                                         project("3", "awarded", "three")};
-    EXPECT_EQ(grouped(projects, awarded, search("api").get()), (Groups{{awarded, {0}}}));
+    EXPECT_EQ(grouped(projects, awarded, "api"), (Groups{{awarded, {0}}}));
 }
 
 TEST(ProjectGroups, ASearchFindsLettersComposedOrNotAndTellsAccentsApart)
@@ -102,9 +103,8 @@ TEST(ProjectGroups, ASearchFindsLettersComposedOrNotAndTellsAccentsApart)
     const std::vector<Project> projects{project("1", "awarded", "Caf\u00e9 site"),
                                         project("2", "awarded", "Cafe\u0301 app"),
                                         project("3", "awarded", "Cafe shop")};
-    EXPECT_EQ(grouped(projects, std::nullopt, search("CAF\u00c9").get()),
-              (Groups{{awarded, {0, 1}}}));
-    EXPECT_EQ(grouped(projects, std::nullopt, search("cafe").get()), (Groups{{awarded, {2}}}));
+    EXPECT_EQ(grouped(projects, std::nullopt, "CAF\u00c9"), (Groups{{awarded, {0, 1}}}));
+    EXPECT_EQ(grouped(projects, std::nullopt, "cafe"), (Groups{{awarded, {2}}}));
 }
 
 } // namespace

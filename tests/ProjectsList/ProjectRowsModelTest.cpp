@@ -23,7 +23,7 @@ protected:
     void show(const List &projects)
     {
         auto shared = std::make_shared<const List>(projects);
-        auto groups = groupProjects(*shared, statusPlaces(*shared));
+        auto groups = groupProjects(statusPlaces(*shared));
         model.show(std::move(shared), std::move(groups));
     }
     QVariant value(int row, int role) const { return model.data(model.index(row), role); }
@@ -140,7 +140,7 @@ TEST_F(ProjectRowsModelTest, AnyStateFollowsAnyOther)
         }
         show(projects);
         QStringList expected;
-        for (const ProjectGroup &group : groupProjects(projects, statusPlaces(projects))) {
+        for (const ProjectGroup &group : groupProjects(statusPlaces(projects))) {
             for (const auto place : group.projects) {
                 const std::string_view id = projects[place].id;
                 expected << QString::fromUtf8(id.data(), static_cast<qsizetype>(id.size()));

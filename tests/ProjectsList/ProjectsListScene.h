@@ -95,7 +95,8 @@ protected:
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
     NotificationManager notifications;
-    ProjectsListViewModel model{api, platform::Platform::current().textRules(), notifications};
+    ProjectsListViewModel model{api, platform::Platform::current().textRules(),
+                                InlineExecutor::shared(), notifications};
     QQmlEngine engine;
     QQmlComponent workspace{&engine};
     std::unique_ptr<QmlScene> scene;

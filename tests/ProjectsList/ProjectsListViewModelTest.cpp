@@ -50,7 +50,8 @@ protected:
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
     NotificationManager notifications;
-    ProjectsListViewModel model{api, platform::Platform::current().textRules(), notifications};
+    ProjectsListViewModel model{api, platform::Platform::current().textRules(),
+                                InlineExecutor::shared(), notifications};
 };
 
 constexpr int awardedChip = 6;
@@ -278,7 +279,7 @@ TEST_F(ProjectsListViewModelTest, ALoadOutlivesTheModelWithoutHarm)
     session->hold();
     session->queueReply(200, listJson({projectJson("1", "discovered")}));
     auto other = std::make_unique<ProjectsListViewModel>(
-        api, platform::Platform::current().textRules(), notifications);
+        api, platform::Platform::current().textRules(), InlineExecutor::shared(), notifications);
     other->refresh();
     ASSERT_TRUE(waitUntil([&] { return session->held() == 1; }));
     other.reset();

@@ -9,6 +9,7 @@
 #include "ServiceAccess/RecordCoding.h"
 #include "ServiceAccess/ServiceAddress.h"
 #include "Settings/SettingsViewModel.h"
+#include "Support/InlineExecutor.h"
 #include "Support/ManualClock.h"
 
 #include <QAbstractItemModel>
@@ -76,7 +77,8 @@ AnyScreen dashboard(TrellisportAPI &api)
 
 AnyScreen projects(TrellisportAPI &api)
 {
-    auto model = std::make_shared<ProjectsListViewModel>(api, rules(), notifications());
+    auto model = std::make_shared<ProjectsListViewModel>(api, rules(), InlineExecutor::shared(),
+                                                         notifications());
     return {model, [model = model.get()] { return read(*model->rows()); },
             [model = model.get()] { model->refresh(); }};
 }

@@ -110,7 +110,8 @@ constexpr std::array tabNames{"overview",    "questions", "chat",      "bids",
 } // namespace
 
 AllScreens::AllScreens()
-    : projects(api, platform::Platform::current().textRules(), notifications)
+    : projects(api, platform::Platform::current().textRules(), InlineExecutor::shared(),
+               notifications)
     , detail(api, platform::Platform::current().textRules(), notifications, "p1")
 {
 }

@@ -14,6 +14,9 @@ namespace trellisport::platform {
 /// spelling are taken out of a text. Filled in pages as they are asked for. Any thread.
 class IcuFoldTable {
 public:
+    /// In Turkish this mark makes another letter of the capital I before it.
+    static constexpr UChar32 dotAbove = 0x307;
+
     /// One code point folded: decomposed, case-folded and decomposed again, in UTF-8.
     struct alignas(16) Entry {
         static constexpr std::size_t capacity = 12; // enough for all

@@ -1,6 +1,7 @@
 #include "Platform/Linux/IcuTextRules.h"
 
 #include "Platform/Linux/IcuFoldTable.h"
+#include "Platform/Linux/IcuSearchableTexts.h"
 #include "Platform/Linux/IcuTextSearch.h"
 
 #include <unicode/brkiter.h>
@@ -12,6 +13,7 @@
 #include <unicode/utext.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace trellisport::platform {
 
@@ -56,6 +58,11 @@ IcuTextRules::IcuTextRules(const std::string &locale)
 std::unique_ptr<TextSearch> IcuTextRules::search(std::string_view part) const
 {
     return std::make_unique<IcuTextSearch>(m_foldTable, part);
+}
+
+std::unique_ptr<SearchableTexts> IcuTextRules::searchable(std::vector<std::string_view> texts) const
+{
+    return std::make_unique<IcuSearchableTexts>(m_foldTable, texts);
 }
 
 std::string IcuTextRules::capitalized(std::string_view text) const

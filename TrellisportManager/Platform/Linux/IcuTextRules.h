@@ -4,6 +4,8 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace trellisport::platform {
 
@@ -17,6 +19,8 @@ public:
     explicit IcuTextRules(const std::string &locale = {});
 
     [[nodiscard]] std::unique_ptr<TextSearch> search(std::string_view part) const override;
+    [[nodiscard]] std::unique_ptr<SearchableTexts>
+    searchable(std::vector<std::string_view> texts) const override;
     [[nodiscard]] std::string capitalized(std::string_view text) const override;
     [[nodiscard]] std::string uppercased(std::string_view text) const override;
     [[nodiscard]] std::string lowercased(std::string_view text) const override;

@@ -1,23 +1,18 @@
 #include "Platform/Linux/IcuTextSearch.h"
 
 #include "Platform/Linux/AsciiFolding.h"
+#include "Platform/Linux/FindPart.h"
 #include "Platform/Linux/Utf8.h"
 
-#include <unicode/bytestream.h>
-#include <unicode/normalizer2.h>
 #include <unicode/utext.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <utility>
 
 namespace trellisport::platform {
 
 namespace {
-
-/// In Turkish it makes another letter of the capital I before it.
-constexpr UChar32 dotAbove = 0x307;
 
 /// What stands for damaged bytes, in UTF-8.
 constexpr std::string_view replacement = "\ufffd";
@@ -26,66 +21,6 @@ constexpr std::string_view replacement = "\ufffd";
 bool isWithinLineEnd(char before, char after)
 {
     return before == '\r' && after == '\n';
-}
-
-constexpr std::size_t blockSize = sizeof(std::uint64_t);
-
-constexpr std::uint64_t everyByte(char byte)
-{
-    return ~std::uint64_t{0} / 0xff * static_cast<unsigned char>(byte);
-}
-
-std::uint64_t blockAt(const char *bytes)
-{
-    std::uint64_t block = 0;
-    std::memcpy(&block, bytes, blockSize);
-    return block;
-}
-
-/// Whether the part's first byte and, that far behind it, its last stand anywhere in the block that
-/// begins here.
-bool mayBeginWithin(const char *block, std::string_view part)
-{
-    const std::uint64_t differs = (blockAt(block) ^ everyByte(part.front())) |
-                                  (blockAt(block + part.size() - 1) ^ everyByte(part.back()));
-    return ((differs - everyByte(1)) & ~differs & everyByte('\x80')) != 0; // a byte of it is zero
-}
-
-/// Where the part begins in the text, at the offset or behind it. Titles are short: the library's
-/// searches take longer to get going than this takes to end.
-std::size_t find(std::string_view text, std::string_view part, std::size_t from)
-{
-    if (text.size() - from < part.size()) {
-        return std::string_view::npos;
-    }
-    const std::size_t end = text.size() - part.size() + 1; // of the places where it may begin
-    for (std::size_t place = from; place < end; place += blockSize) {
-        std::size_t blockEnd = end;
-        if (end - from >= blockSize) {
-            place = std::min(place, end - blockSize); // the last one may overlap the one before
-            blockEnd = place + blockSize;
-            if (!mayBeginWithin(text.data() + place, part)) {
-                continue;
-            }
-        }
-        for (std::size_t at = place; at < blockEnd; ++at) {
-            if (text[at] == part.front() &&
-                std::memcmp(text.data() + at, part.data(), part.size()) == 0) {
-                return at;
-            }
-        }
-    }
-    return std::string_view::npos;
-}
-
-std::string composed(std::string_view text)
-{
-    UErrorCode status = U_ZERO_ERROR;
-    std::string composed;
-    icu::StringByteSink<std::string> sink(&composed);
-    icu::Normalizer2::getNFCInstance(status)->normalizeUTF8(
-        0, {text.data(), static_cast<std::int32_t>(text.size())}, sink, nullptr, status);
-    return composed;
 }
 
 } // namespace
@@ -125,11 +60,12 @@ private:
 
 IcuTextSearch::IcuTextSearch(std::shared_ptr<const IcuFoldTable> table, std::string_view part)
     : m_table(std::move(table))
+    , m_folded(m_table)
 {
-    if (!fold(part)) {
-        (void)fold(composed(part));
+    if (!m_folded.fold(part)) {
+        (void)m_folded.fold(composed(part));
     }
-    m_part = m_folded.substr(0, m_foldedSize);
+    m_part = m_folded.bytes();
     m_isPartAscii = std::all_of(m_part.begin(), m_part.end(), [](char c) { return isAscii(c); });
 }
 
@@ -145,36 +81,20 @@ bool IcuTextSearch::isIn(std::string_view text)
     if (finding != Finding::Unclear) {
         return finding == Finding::Held;
     }
-    if (fold(text)) {
+    if (m_folded.fold(text)) {
         return isFoldedPartIn(text);
     }
     const std::string canonical = composed(text);
-    (void)fold(canonical);
+    (void)m_folded.fold(canonical);
     return isFoldedPartIn(canonical);
-}
-
-void IcuTextSearch::reserve(std::size_t textSize)
-{
-    // No code point grows more than threefold; each is copied with room to spare.
-    const std::size_t needed = 3 * textSize + IcuFoldTable::Entry::capacity;
-    if (m_folded.size() < needed) {
-        m_folded.resize(needed);
-    }
-}
-
-bool IcuTextSearch::foldAscii(std::string_view text)
-{
-    reserve(text.size());
-    m_foldedSize = text.size();
-    return copyAsciiLowercased(text, m_folded.data(), m_table->isTurkic());
 }
 
 IcuTextSearch::Finding IcuTextSearch::lookForAscii(std::string_view text)
 {
-    const bool isTextAscii = foldAscii(text);
-    const std::string_view folded(m_folded.data(), m_foldedSize);
+    const bool isTextAscii = m_folded.foldAscii(text);
+    const std::string_view folded = m_folded.bytes();
     for (std::size_t from = 0; from < folded.size();) {
-        const std::size_t start = find(folded, m_part, from);
+        const std::size_t start = findPart(folded, m_part, from);
         if (start == std::string_view::npos) {
             break;
         }
@@ -224,7 +144,7 @@ bool IcuTextSearch::isInOrder(std::string_view text)
         const UChar32 codePoint = nextCodePoint(text, end);
         const std::uint8_t markClass = m_table->entry(codePoint).firstClass;
         if (markClass != 0 && (m_table->entry(codePointBefore(text, at)).lastClass > markClass ||
-                               (m_table->isTurkic() && codePoint == dotAbove))) {
+                               (m_table->isTurkic() && codePoint == IcuFoldTable::dotAbove))) {
             return false;
         }
     }
@@ -254,40 +174,16 @@ bool IcuTextSearch::isPartAt(std::string_view text, std::size_t offset)
     return isBoundary(text, offset, codePointBefore(text, offset)) && isBoundary(text, end, last);
 }
 
-bool IcuTextSearch::fold(std::string_view text)
-{
-    reserve(text.size());
-    char *out = m_folded.data();
-    std::uint8_t lastClass = 0;
-    bool inOrder = true;
-    bool isPlain = true;
-    for (std::size_t offset = 0; offset < text.size();) {
-        const UChar32 codePoint = nextCodePoint(text, offset);
-        const IcuFoldTable::Entry &entry = m_table->entry(codePoint);
-        std::memcpy(out, entry.bytes.data(), sizeof(entry.bytes));
-        out += entry.size;
-        isPlain = isPlain && entry.isPlain;
-        if (entry.firstClass != 0) {
-            inOrder = inOrder && entry.firstClass >= lastClass &&
-                      !(m_table->isTurkic() && codePoint == dotAbove);
-        }
-        lastClass = entry.lastClass;
-    }
-    m_foldedSize = static_cast<std::size_t>(out - m_folded.data());
-    m_isPlain = isPlain;
-    return inOrder;
-}
-
 bool IcuTextSearch::isFoldedPartIn(std::string_view text)
 {
-    const std::string_view folded(m_folded.data(), m_foldedSize);
-    if (m_isPlain) {
-        return find(folded, m_part, 0) != std::string_view::npos;
+    const std::string_view folded = m_folded.bytes();
+    if (m_folded.isPlain()) {
+        return findPart(folded, m_part, 0) != std::string_view::npos;
     }
     Walk toStart(*m_table, text);
     Walk toEnd(*m_table, text);
     for (std::size_t from = 0; from < folded.size();) {
-        const std::size_t start = find(folded, m_part, from);
+        const std::size_t start = findPart(folded, m_part, from);
         if (start == std::string_view::npos) {
             return false;
         }
