@@ -31,11 +31,34 @@ std::uint64_t lowercased(std::uint64_t word, bool keepI)
     return word | (isUpper >> 2);
 }
 
-bool isAsciiWord(const char *bytes)
+bool isAscii(std::uint64_t word)
+{
+    return (word & everyByte(0x80)) == 0;
+}
+
+std::uint64_t wordAt(const char *bytes, std::size_t size = wordSize)
 {
     std::uint64_t word = 0;
-    std::memcpy(&word, bytes, wordSize);
-    return (word & everyByte(0x80)) == 0;
+    std::memcpy(&word, bytes, size);
+    return word;
+}
+
+/// Calls take(offset, word) with all of the text, eight bytes at once. The last word may overlap
+/// the one before; that of a shorter text is filled up with zeros.
+template <typename Take>
+void eachWord(std::string_view text, const Take &take)
+{
+    if (text.size() < wordSize) {
+        if (!text.empty()) {
+            take(0, wordAt(text.data(), text.size()));
+        }
+        return;
+    }
+    const std::size_t last = text.size() - wordSize;
+    for (std::size_t offset = 0; offset < last; offset += wordSize) {
+        take(offset, wordAt(text.data() + offset));
+    }
+    take(last, wordAt(text.data() + last));
 }
 
 /// The first bytes of the code points beyond ASCII that fold to ASCII alone, and the second ones.
@@ -64,38 +87,19 @@ constexpr auto beginsDisguise = [] {
 bool copyAsciiLowercased(std::string_view text, char *out, bool keepI)
 {
     std::uint64_t all = 0;
-    const auto take = [&](std::size_t offset, std::size_t size) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text.data() + offset, size);
+    eachWord(text, [&](std::size_t offset, std::uint64_t word) {
         all |= word;
         word = lowercased(word, keepI);
         std::memcpy(out + offset, &word, wordSize);
-    };
-    if (text.size() < wordSize) {
-        take(0, text.size());
-    } else {
-        const std::size_t last = text.size() - wordSize;
-        for (std::size_t offset = 0; offset < last; offset += wordSize) {
-            take(offset, wordSize);
-        }
-        take(last, wordSize); // may overlap the one before, to the same result
-    }
-    return (all & everyByte(0x80)) == 0;
+    });
+    return isAscii(all);
 }
 
 bool isAsciiAlone(std::string_view text)
 {
     std::uint64_t all = 0;
-    std::size_t offset = 0;
-    for (; offset + wordSize <= text.size(); offset += wordSize) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text.data() + offset, wordSize);
-        all |= word;
-    }
-    for (; offset < text.size(); ++offset) {
-        all |= static_cast<unsigned char>(text[offset]);
-    }
-    return (all & everyByte(0x80)) == 0;
+    eachWord(text, [&all](std::size_t /*offset*/, std::uint64_t word) { all |= word; });
+    return isAscii(all);
 }
 
 bool mayFoldToAscii(std::string_view text)
@@ -110,7 +114,7 @@ bool mayFoldToAscii(std::string_view text)
     }
     for (std::size_t i = 0; i + 1 < text.size(); ++i) {
         // Most bytes are ASCII even here.
-        while (text.size() - i > wordSize && isAsciiWord(text.data() + i)) {
+        while (text.size() - i > wordSize && isAscii(wordAt(text.data() + i))) {
             i += wordSize;
         }
         const auto first = static_cast<unsigned char>(text[i]);
