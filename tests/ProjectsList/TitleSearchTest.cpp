@@ -71,6 +71,13 @@ private:
 
 class TitleSearch : public ::testing::Test {
 protected:
+    void TearDown() override
+    {
+        while (executor.waiting() > 0) {
+            executor.doLast(); // somebody waits for it
+        }
+        runPendingEvents();
+    }
     void load(const std::vector<std::string> &projects)
     {
         const std::size_t before = executor.waiting();

@@ -1,4 +1,5 @@
 #include "Support/FakeHttpSession.h"
+#include "Support/Waiting.h"
 
 #include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
@@ -20,5 +21,6 @@ int main(int argc, char *argv[])
     QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
     const int status = RUN_ALL_TESTS();
     trellisport::test::FakeHttpSession::endAll();
+    trellisport::test::runPendingEvents(); // the calls end on this thread
     return status;
 }
