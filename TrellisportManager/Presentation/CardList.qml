@@ -63,8 +63,17 @@ ListView {
     }
 
     CopyGesture {
+        id: copying
+
         area: root.contentItem
         cards: root
+    }
+    CopyKeys {
+        parent: root.contentItem
+        x: root.cardX
+        width: root.cardWidth
+        cards: root
+        copying: copying
     }
     ScrollKeys {
         id: keys

@@ -2,6 +2,8 @@
 
 #include "Presentation/TextPieces.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <numeric>
 
@@ -54,6 +56,30 @@ QString CardRows::wholeText(int row, int number) const
     const LongTexts texts = longTexts(m_rows[static_cast<std::size_t>(row)].entry);
     const auto place = static_cast<std::size_t>(number);
     return place < texts.size() ? displayText(texts.at(place)) : QString();
+}
+
+QString CardRows::cardText(int row) const
+{
+    if (row < 0 || row >= rowCount()) {
+        return {};
+    }
+    QStringList texts;
+    for (const std::string_view text : copiedTexts(m_rows[static_cast<std::size_t>(row)].entry)) {
+        if (!text.empty()) {
+            texts << displayText(text);
+        }
+    }
+    return texts.join(QLatin1String("\n\n"));
+}
+
+int CardRows::cardRow(int row, int distance) const
+{
+    if (row < 0 || row >= rowCount()) {
+        return -1;
+    }
+    const qint64 entry = qint64{m_rows[static_cast<std::size_t>(row)].entry} + distance;
+    const bool exists = entry >= 0 && entry <= qint64{m_rows.back().entry};
+    return exists ? static_cast<int>(firstRowOf(static_cast<std::size_t>(entry))) : -1;
 }
 
 QHash<int, QByteArray> CardRows::withCommonRoles(QHash<int, QByteArray> roles)

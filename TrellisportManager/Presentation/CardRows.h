@@ -37,6 +37,12 @@ public:
     /// The whole of a long text of the entry that a row belongs to, by the text's number, 0 the
     /// first; empty where there is none.
     [[nodiscard]] Q_INVOKABLE QString wholeText(int row, int number) const;
+    /// All that is to be copied of the card that a row belongs to, an empty line between its texts;
+    /// empty where there is none.
+    [[nodiscard]] Q_INVOKABLE QString cardText(int row) const;
+    /// The row in which the card begins that stands so many cards after the one that a row belongs
+    /// to, or before it (negative); -1 where there is none.
+    [[nodiscard]] Q_INVOKABLE int cardRow(int row, int distance) const;
 
 protected:
     /// The texts of a card that may be long, in the order in which it shows them; what it lacks is
@@ -65,6 +71,11 @@ protected:
     explicit CardRows(const platform::TextRules &rules, QObject *parent);
 
     [[nodiscard]] virtual LongTexts longTexts(std::size_t entry) const = 0;
+    /// What cardText() is made of, where that is not the long texts.
+    [[nodiscard]] virtual LongTexts copiedTexts(std::size_t entry) const
+    {
+        return longTexts(entry);
+    }
     [[nodiscard]] virtual QVariant value(const Slice &slice, int role) const = 0;
     /// For a subclass's roleNames(): its own and those of every model.
     [[nodiscard]] static QHash<int, QByteArray> withCommonRoles(QHash<int, QByteArray> roles);

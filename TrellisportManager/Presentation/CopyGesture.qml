@@ -12,6 +12,10 @@ Item {
     // The list of cards that the area belongs to, which has the whole of a text shown in pieces.
     property ListView cards: null
 
+    readonly property bool offers: d.menu?.visible ?? false
+    // While a text is offered, the arrow keys ask for that of a card so many further on.
+    signal stepped(int distance)
+
     // The text at a place in the item; null where there is none. What is typed has its own ways to be
     // copied, and what a button is called is nothing to copy.
     function textAt(item: Item, place: point): Text {
@@ -60,7 +64,9 @@ Item {
     Component {
         id: menuComponent
 
-        CopyMenu {}
+        CopyMenu {
+            onStepped: distance => root.stepped(distance)
+        }
     }
     TapHandler {
         parent: root.area

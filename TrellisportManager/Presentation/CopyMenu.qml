@@ -7,9 +7,15 @@ T.Popup {
     id: popup
 
     property string text
+    // The arrow keys ask for the text of another card, so many further on.
+    signal stepped(int distance)
 
     // At a place in the window.
     function openAt(place: point): void {
+        if (!popup.visible) {
+            d.focused = popup.parent.Window.activeFocusItem;
+            d.reason = d.focused?.["focusReason"] ?? Qt.PopupFocusReason;
+        }
         popup.x = place.x - popup.implicitWidth / 2;
         popup.y = place.y - popup.implicitHeight - Metrics.spacing;
         popup.open();
@@ -23,6 +29,19 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onOpened: contentItem.forceActiveFocus(Qt.PopupFocusReason)
+    // The toolkit forgets which of a page's items it was.
+    onClosed: {
+        if (d.focused?.visible)
+            d.focused.forceActiveFocus(d.reason);
+    }
+
+    QtObject {
+        id: d
+
+        // What had the keyboard before; it may be gone by then.
+        property Item focused
+        property int reason
+    }
 
     background: Surface {
         color: Colors.surface
@@ -43,6 +62,8 @@ T.Popup {
         // Escape closes the menu before it leads back from the page below.
         Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
         Keys.onEscapePressed: popup.close()
+        Keys.onUpPressed: popup.stepped(-1)
+        Keys.onDownPressed: popup.stepped(1)
         Accessible.name: qsTr("Copy")
 
         contentItem: StyledText {

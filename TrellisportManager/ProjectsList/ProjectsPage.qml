@@ -97,7 +97,7 @@ Screen {
                             list.moveTo(0);
                         else if (event.key === Qt.Key_End)
                             list.moveTo(list.count - 1);
-                        else if (event.key === Qt.Key_Menu)
+                        else if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier))
                             page.copying.offerText(row.project.title, row.mapToItem(null, row.width / 2, row.height / 2));
                         else if (event.matches(StandardKey.Copy))
                             Clipboard.copy(row.project.title);

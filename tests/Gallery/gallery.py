@@ -16,8 +16,8 @@ from pathlib import Path
 
 # They have no look of their own: they hold, move or watch other pieces, or come when asked for. The
 # tests of Presentation and Screens and the tour of the screens show what they do.
-WITHOUT_LOOK = {"Announcer", "CardList", "CopyMenu", "ItemHolder", "KeptInView", "KeyboardAvoidance",
-                "ListScreen", "NavigationStack", "PressableParts", "PullToRefresh", "Screen",
+WITHOUT_LOOK = {"Announcer", "CardList", "CopyKeys", "CopyMenu", "ItemHolder", "KeptInView",
+                "KeyboardAvoidance", "ListScreen", "NavigationStack", "PressableParts", "PullToRefresh", "Screen",
                 "ScrollKeys", "ScrollMark"}
 PAGES = ["bars", "cards", "colors", "controls", "rows", "text"]
 # How many lines of a page differ from the one above them, at least.

@@ -123,6 +123,36 @@ TEST_F(CardRowsTest, EveryRowGivesTheWholeOfItsEntrysTexts)
     }
 }
 
+TEST_F(CardRowsTest, EveryRowGivesAllOfItsCardToBeCopied)
+{
+    const std::string head = lines(120);
+    rows.show({{"before", ""}, {head, "body\r\nend"}, {"", ""}});
+    ASSERT_EQ(rows.rowCount(), 5);
+    EXPECT_EQ(rows.cardText(0), u"before");
+    for (int row = 1; row < 4; ++row) {
+        EXPECT_EQ(rows.cardText(row), QString::fromStdString(head + "\n\nbody\nend"));
+    }
+    for (const int row : {4, -1, 5}) {
+        EXPECT_EQ(rows.cardText(row), u"") << row;
+    }
+}
+
+TEST_F(CardRowsTest, EveryRowKnowsWhereTheCardsAroundItsOwnBegin)
+{
+    rows.show({{"before", ""}, {lines(120), ""}, {"behind", ""}});
+    ASSERT_EQ(rows.rowCount(), 5);
+    for (int row = 1; row < 4; ++row) {
+        EXPECT_EQ(rows.cardRow(row, -1), 0);
+        EXPECT_EQ(rows.cardRow(row, 0), 1);
+        EXPECT_EQ(rows.cardRow(row, 1), 4);
+        EXPECT_EQ(rows.cardRow(row, 2), -1);
+        EXPECT_EQ(rows.cardRow(row, -2), -1);
+    }
+    EXPECT_EQ(rows.cardRow(-1, 1), -1);
+    EXPECT_EQ(rows.cardRow(5, -1), -1);
+    EXPECT_EQ(EntryList().cardRow(0, 0), -1);
+}
+
 TEST_F(CardRowsTest, ALongEntryIsCutWithinItsTexts)
 {
     const std::string head = lines(120);

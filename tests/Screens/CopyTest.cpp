@@ -42,6 +42,12 @@ protected:
         scene->tap(menuButton());
         EXPECT_TRUE(eventually([&] { return menuButton() == nullptr; })) << "it stays";
     }
+    void chooseByKey()
+    {
+        ASSERT_TRUE(eventually([&] { return menuButton() != nullptr; })) << "no menu";
+        QTest::keyClick(&scene->window(), Qt::Key_Return);
+        EXPECT_TRUE(eventually([&] { return menuButton() == nullptr; })) << "it stays";
+    }
     void copyText(const char *text)
     {
         rightClick(centre(scene->text(QString::fromUtf8(text))));
@@ -152,6 +158,75 @@ TEST_F(Copy, TheKeyboardCopiesTheTitleOfARow)
     EXPECT_TRUE(eventually([&] { return menuButton() != nullptr; }));
     QTest::keyClick(&scene->window(), Qt::Key_Return);
     EXPECT_EQ(copied(), u"A bakery's web site with orders, deliveries and a calendar");
+}
+
+TEST_F(Copy, TheKeyboardCopiesTheTextsOfCards)
+{
+    const struct {
+        int tab;
+        const char *text;
+    } cases[] = {
+        {0, "A site for a bakery in town."},
+        {1, "1. Which pages, and in which languages?\n\nFour pages, in two languages."},
+        {2, "Hello, I have read all of your description and would like to ask some questions."},
+        {3, "I have done many such sites."},
+        {4, "Discovered\n\nA bakery's web site with orders"},
+        {5, "npm run build -- --production"},
+        {6, "Which of the two services shall be used?"},
+        {7, "2024-05-01\n\n3 files changed\n\n+ orders are kept for a year"},
+    };
+    show();
+    openTab(0);
+    for (const auto &each : cases) {
+        SCOPED_TRACE(each.text);
+        showWorkspaceTab(each.tab);
+        settle();
+        QTest::keyClick(&scene->window(), Qt::Key_Menu);
+        chooseByKey();
+        EXPECT_EQ(copied(), QString::fromUtf8(each.text));
+    }
+}
+
+TEST_F(Copy, TheArrowKeysChooseAnotherCard)
+{
+    show();
+    openTab(5);
+    QTest::keyClick(&scene->window(), Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(eventually([&] { return menuButton() != nullptr; }));
+    const double above = sceneRect(menuButton()).y();
+    for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down}) {
+        QTest::keyClick(&scene->window(), key);
+    }
+    EXPECT_TRUE(eventually([&] { return sceneRect(menuButton()).y() > above; }));
+    chooseByKey();
+    EXPECT_EQ(copied(), u"done") << "there is nothing behind the last card";
+}
+
+TEST_F(Copy, TheKeyboardCopiesTheCardThatItIsIn)
+{
+    session->alwaysReply("/decisions", 200,
+                         R"([{"id":"1","question":"First?","status":"answered","answer":"Yes"},)"
+                         R"({"id":"2","question":"Second?","status":"pending"}])");
+    show();
+    openTab(6);
+    item("field")->forceActiveFocus(Qt::TabFocusReason);
+    QTest::keyClick(&scene->window(), Qt::Key_Menu);
+    chooseByKey();
+    EXPECT_EQ(copied(), u"Second?");
+    EXPECT_TRUE(eventually([&] { return scene->window().activeFocusItem() == item("field"); }))
+        << "the keyboard does not go back to the field";
+    EXPECT_TRUE(item("field")->property("visualFocus").toBool());
+}
+
+TEST_F(Copy, AMenuThatWasClickedOpenKnowsNoOtherCards)
+{
+    show();
+    openTab(5);
+    rightClick(centre(scene->text(QStringLiteral("done"))));
+    ASSERT_TRUE(eventually([&] { return menuButton() != nullptr; }));
+    QTest::keyClick(&scene->window(), Qt::Key_Up);
+    chooseByKey();
+    EXPECT_EQ(copied(), u"done");
 }
 
 TEST_F(Copy, EscapeClosesTheMenuAndNothingElse)

@@ -81,6 +81,11 @@ QHash<int, QByteArray> BidRows::roleNames() const
     });
 }
 
+CardRows::LongTexts BidRows::copiedTexts(std::size_t entry) const
+{
+    return {viewOf((*m_bids)[m_others[entry]].description)};
+}
+
 QVariant BidRows::value(const Slice &slice, int role) const
 {
     const BidInfo &bid = (*m_bids)[m_others[slice.entry]];

@@ -32,6 +32,7 @@ public:
 protected:
     /// A bid's card shows four lines of its only long text, so that no card is ever cut.
     [[nodiscard]] LongTexts longTexts(std::size_t /*entry*/) const override { return {}; }
+    [[nodiscard]] LongTexts copiedTexts(std::size_t entry) const override;
     [[nodiscard]] QVariant value(const Slice &slice, int role) const override;
 
 private:
