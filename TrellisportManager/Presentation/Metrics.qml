@@ -25,6 +25,10 @@ QtObject {
     readonly property real refreshThreshold: 80
     readonly property real refreshRestHeight: 60
 
+    // Symbols beside text grow with it, by half at most: the room is the words'.
+    function symbolSize(usual: real): real {
+        return Math.round(usual * Math.max(1, Math.min(1.5, Typography.textScale)));
+    }
     // Where something of a size stands in the middle of a room: as an anchor would put it, on whole
     // points where the lengths are.
     function centered(room: real, size: real): real {

@@ -21,8 +21,9 @@ T.TextField {
     implicitWidth: 200
     // 36 at the usual text size.
     implicitHeight: 14 + Typography.lineHeight(Typography.Body, Typography.textScale)
-    leftPadding: 32
-    rightPadding: 32
+    // 32 at the usual size.
+    leftPadding: 15 + Metrics.symbolSize(17)
+    rightPadding: 12 + Metrics.symbolSize(20)
     verticalAlignment: TextInput.AlignVCenter
     font: Typography.font(Typography.Body, 0, false, Typography.textScale)
     color: Colors.white
@@ -61,8 +62,8 @@ T.TextField {
         objectName: "magnifier"
         x: 8
         anchors.verticalCenter: parent.verticalCenter
-        width: 17
-        height: 17
+        width: Metrics.symbolSize(17)
+        height: width
         symbol: "magnifyingglass"
         color: Colors.secondaryText
     }
@@ -86,8 +87,8 @@ T.TextField {
         anchors.right: parent.right
         anchors.rightMargin: 6
         anchors.verticalCenter: parent.verticalCenter
-        width: 20
-        height: 20
+        width: Metrics.symbolSize(20)
+        height: width
         visible: control.length > 0
         onClicked: control.clearText()
         Accessible.name: qsTr("Clear text")

@@ -36,7 +36,8 @@ Rectangle {
             visible: root.backTitle.length > 0
             x: 8
             height: parent.height
-            width: Math.min(implicitWidth, parent.width * 0.4)
+            // Larger text leaves the room to the title.
+            width: Math.min(implicitWidth, parent.width * (Metrics.largeText ? 0.3 : 0.4))
             onClicked: root.backRequested()
             Accessible.name: root.backTitle
 

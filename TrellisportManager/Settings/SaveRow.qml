@@ -39,8 +39,8 @@ PressableRow {
             SymbolImage {
                 objectName: "savedSymbol"
                 anchors.verticalCenter: parent.verticalCenter
-                width: 20
-                height: 20
+                width: Metrics.symbolSize(20)
+                height: width
                 symbol: "checkmark.circle.fill"
                 color: Colors.green
             }

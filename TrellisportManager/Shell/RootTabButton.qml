@@ -39,8 +39,11 @@ T.TabButton {
             color: control.tint
         }
         StyledText {
+            readonly property real inset: Metrics.largeText ? 4 : 0
+
             objectName: "label"
-            width: parent.width
+            x: inset
+            width: parent.width - 2 * inset
             y: 33
             horizontalAlignment: Text.AlignHCenter
             text: control.text

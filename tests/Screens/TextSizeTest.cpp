@@ -129,7 +129,8 @@ TEST_P(TextSize, NothingIsCutOffWhereThereIsNothingToShow)
 
 INSTANTIATE_TEST_SUITE_P(Windows, TextSize,
                          ::testing::Combine(::testing::Values(QSize(320, 568), QSize(390, 844),
-                                                              QSize(1280, 800)),
+                                                              QSize(1280, 800), QSize(844, 390),
+                                                              QSize(2560, 1440)),
                                             ::testing::Values(0.8, 1.0, 1.3, 1.6, 2.0)),
                          [](const auto &tested) {
                              const QSize size = std::get<0>(tested.param);
@@ -137,6 +138,50 @@ INSTANTIATE_TEST_SUITE_P(Windows, TextSize,
                                     std::to_string(size.height()) + "_" +
                                     std::to_string(qRound(100 * std::get<1>(tested.param)));
                          });
+
+class LargeText : public AllScreens {};
+
+TEST_F(LargeText, TheLabelsOfTheRootTabsKeepApart)
+{
+    fill();
+    show({320, 568}, 2);
+    settle();
+    const QList<QQuickItem *> tabs = scene->items(QStringLiteral("rootTab"));
+    ASSERT_EQ(tabs.size(), 3);
+    for (QQuickItem *tab : tabs) {
+        const QQuickItem *label = scene->item(QStringLiteral("label"), tab);
+        EXPECT_LE(label->property("contentWidth").toDouble(), tab->width() - 8) << nameOf(label);
+    }
+}
+
+TEST_F(LargeText, TheWayBackLeavesMostOfTheBarToTheTitle)
+{
+    fill();
+    show({320, 568}, 2);
+    openTab(0);
+    QQuickItem *workspace = item("workspace");
+    EXPECT_GE(scene->item(QStringLiteral("headline"), workspace)->width(), 0.6 * 320);
+    const QQuickItem *back = scene->text(QStringLiteral("Projects"), workspace);
+    EXPECT_FALSE(back->property("truncated").toBool());
+}
+
+TEST_F(LargeText, SymbolsGrowWithTheTextBesideThem)
+{
+    const auto sizes = [&](double scale) {
+        show({390, 844}, scale);
+        showTab(1);
+        settle();
+        QList<double> widths{item("magnifier")->width()};
+        openTab(3);
+        widths << item("star")->width();
+        return widths;
+    };
+    fill();
+    EXPECT_EQ(sizes(0.8), (QList<double>{17, 9}));
+    EXPECT_EQ(sizes(1), (QList<double>{17, 9}));
+    EXPECT_EQ(sizes(1.3), (QList<double>{22, 12}));
+    EXPECT_EQ(sizes(2), (QList<double>{26, 14}));
+}
 
 class DesktopTextSize : public AllScreens {
 protected:

@@ -86,6 +86,7 @@ void drawWorkspace(Stage &stage, const ServiceControl &service)
     stage.draw(QStringLiteral("workspace-decisions-pending"));
     stage.type(QStringLiteral("field"),
                QStringLiteral("Go with the smaller scope, and say so in the report."));
+    stage.rest(); // the card comes into view
     stage.draw(QStringLiteral("workspace-decisions-typed"));
 }
 

@@ -62,8 +62,8 @@ Item {
             SymbolImage {
                 objectName: "star"
                 anchors.verticalCenter: parent.verticalCenter
-                width: 9
-                height: 9
+                width: Metrics.symbolSize(9)
+                height: width
                 symbol: "star.fill"
                 color: Colors.yellow
             }
