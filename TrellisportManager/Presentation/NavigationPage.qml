@@ -29,6 +29,10 @@ Rectangle {
     // How far the content has been scrolled from its resting place; below 0 while it is pulled.
     readonly property real scrolled: scrollArea.contentY - scrollArea.originY + scrollArea.topMargin - refresh.restHeight
 
+    // Where a keyboard leaves little room, the large title is seen whole or not at all: what is
+    // typed in often comes into view with half of it.
+    readonly property bool titleInBar: scrolled > 0.5 && Window.height < Metrics.lowHeight
+
     // Content that rests at its top stays there when the margin above it changes; content that was
     // scrolled, or that a finger holds, stays where it is.
     function applyMargin(): void {
@@ -122,7 +126,7 @@ Rectangle {
     LargeTitle {
         id: large
 
-        visible: root.largeTitle && y + height > bar.height
+        visible: root.largeTitle && !root.titleInBar && y + height > bar.height
         y: bar.height - Math.max(0, root.scrolled)
         x: Math.round(SafeArea.left + (root.safeWidth - width) / 2)
         width: Math.min(root.safeWidth, Metrics.readableWidth)
@@ -142,7 +146,7 @@ Rectangle {
         width: parent.width
         title: root.title
         backTitle: root.backTitle
-        headlineOpacity: root.largeTitle ? Math.max(0, Math.min(1, (root.scrolled - root.titleHeight + 16) / 12)) : 1
+        headlineOpacity: root.largeTitle && !root.titleInBar ? Math.max(0, Math.min(1, (root.scrolled - root.titleHeight + 16) / 12)) : 1
         onBackRequested: root.backRequested()
     }
     Shortcut {

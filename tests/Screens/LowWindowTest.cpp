@@ -80,6 +80,23 @@ TEST_F(LowWindow, AboveAKeyboardInLandscapeTheOtherFieldsAreSeen)
     }
 }
 
+TEST_F(LowWindow, AboveAKeyboardInLandscapeATitleIsWholeOrInTheBar)
+{
+    fill();
+    show({720, 288});
+    showTab(1);
+    settle();
+    EXPECT_TRUE(has("largeTitle"));
+    scene->tap(item("searchField"));
+    resize({720, 108});
+    settle();
+    expectWhole("searchField");
+    EXPECT_TRUE(eventually([&] { return !has("largeTitle"); }));
+    EXPECT_EQ(scene->item(QStringLiteral("headline"), item("projectsView"))->opacity(), 1);
+    resize({720, 288});
+    EXPECT_TRUE(eventually([&] { return has("largeTitle"); }));
+}
+
 TEST_F(LowWindow, OnItsSideAPhoneHasAllBars)
 {
     fill();
