@@ -27,6 +27,9 @@ Item {
         verticalAlignment: Text.AlignVCenter
         fontSizeMode: Metrics.largeText ? Text.HorizontalFit : Text.FixedSize
         minimumPixelSize: 17
+        // Else what is drawn smaller would stand at the top of its line.
+        lineHeightMode: Metrics.largeText ? Text.ProportionalHeight : Text.FixedHeight
+        lineHeight: Metrics.largeText ? 1 : Typography.lineHeight(Typography.Body, Typography.textScale)
         elide: Text.ElideRight
         wrapMode: Text.NoWrap
         Accessible.ignored: true

@@ -139,7 +139,30 @@ INSTANTIATE_TEST_SUITE_P(Windows, TextSize,
                                     std::to_string(qRound(100 * std::get<1>(tested.param)));
                          });
 
-class LargeText : public AllScreens {};
+class LargeText : public AllScreens {
+protected:
+    /// Where an item's text really is, by what differs from the ground beside it.
+    QRectF drawnPart(const QQuickItem *text) const
+    {
+        const QImage picture = scene->picture();
+        const double scale = picture.width() / double(scene->window().width());
+        const QRect place =
+            QRectF(sceneRect(text).topLeft() * scale, sceneRect(text).size() * scale)
+                .toAlignedRect() &
+            picture.rect();
+        const QRgb ground = picture.pixel(place.topLeft());
+        QRect drawn;
+        for (int y = place.top(); y <= place.bottom(); ++y) {
+            for (int x = place.left(); x <= place.right(); ++x) {
+                if (picture.pixel(x, y) != ground) {
+                    drawn |= QRect(x, y, 1, 1);
+                }
+            }
+        }
+        EXPECT_FALSE(drawn.isEmpty()) << nameOf(text);
+        return {QPointF(drawn.topLeft()) / scale, QSizeF(drawn.size()) / scale};
+    }
+};
 
 TEST_F(LargeText, TheLabelsOfTheRootTabsKeepApart)
 {
@@ -163,6 +186,26 @@ TEST_F(LargeText, TheWayBackLeavesMostOfTheBarToTheTitle)
     EXPECT_GE(scene->item(QStringLiteral("headline"), workspace)->width(), 0.6 * 320);
     const QQuickItem *back = scene->text(QStringLiteral("Projects"), workspace);
     EXPECT_FALSE(back->property("truncated").toBool());
+}
+
+TEST_F(LargeText, WhatIsShrunkStandsInTheMiddle)
+{
+    fill();
+    show({320, 568}, 2);
+    settle();
+    const QList<QQuickItem *> tabs = scene->items(QStringLiteral("rootTab"));
+    const QRectF shrunk = drawnPart(scene->item(QStringLiteral("label"), tabs.at(0)));
+    const QRectF whole = drawnPart(scene->item(QStringLiteral("label"), tabs.at(2)));
+    EXPECT_NEAR(shrunk.bottom(), whole.bottom() - 5, 2) << "the other has a g";
+    showTab(1);
+    settle();
+    QQuickItem *search = item("searchField");
+    const QRectF field = sceneRect(search);
+    EXPECT_NEAR(drawnPart(scene->item(QStringLiteral("placeholder"), search)).center().y(),
+                field.center().y(), 3);
+    openTab(0);
+    const QRectF back = drawnPart(scene->text(QStringLiteral("Projects"), item("workspace")));
+    EXPECT_NEAR(back.center().y(), 22, 3) << "the bar is 44 points high";
 }
 
 TEST_F(LargeText, SymbolsGrowWithTheTextBesideThem)
