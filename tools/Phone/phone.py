@@ -75,13 +75,24 @@ class Phone:
 
 
 def asking_project(phone, service):
-    """The title of one with a pending decision, among those in the list's first rows."""
-    asking = {project["title"] for project in service.get("/projects?status=awarded")
+    """The title of one with a pending decision. The list has it when it is near what is seen: on a
+    low screen it is gone down from row to row until it comes."""
+    projects = service.get("/projects?status=awarded")
+    titles = {project["title"] for project in projects}
+    asking = {project["title"] for project in projects
               if any(one["status"] == "pending"
                      for one in service.project_part(project, "decisions"))}
-    screen = phone.wait_for("a project that asks something", lambda seen: asking & {
-        node.name for node in seen.present() if node.role == "button"})
-    return next(node.name for node in screen.present() if node.name in asking)
+
+    def probe():
+        rows = [node.name for node in phone.look().present()
+                if node.role == "button" and node.name in titles]
+        found = next((name for name in rows if name in asking), None)
+        if rows and not found:
+            phone.act("button", rows[-1], "SetFocus")
+        return found
+
+    return wait_until("a project that asks something", probe, 60,
+                      lambda: "\n".join(phone.look().lines()))
 
 
 def tap_icon(desk, shell, service, options):
@@ -103,6 +114,8 @@ def walk(phone, service):
     phone.picture("projects")
     phone.act("text", projects_chapter.SEARCH, "SetFocus")
     phone.picture("projects-search")
+    # As by a finger beside the field: the keyboard goes.
+    phone.act("check box", "Awarded", "SetFocus")
     phone.act("check box", "Awarded")
     phone.act("button", asking_project(phone, service))
     phone.wait_for("the workspace", lambda seen: seen.has("page tab", "Overview"))
@@ -115,6 +128,8 @@ def walk(phone, service):
         if tab == "Decisions":
             phone.act("text", "Type your answer...", "SetFocus")
             phone.picture("workspace-decisions-typing")
+            # On its side the phone has no tabs above its keyboard.
+            phone.act("button", "Submit Answer", "SetFocus")
     phone.act("page tab", "Settings")
     phone.wait_for("the settings", lambda seen: seen.has("text", "Max Daily Bids"))
     phone.picture("settings")
@@ -139,9 +154,8 @@ def main():
         try:
             service.start()
             shell.start(options.shell)
-            if options.shell == "phosh":
-                shell.picture(options.pictures / "launcher.png")
             if options.shell == "phosh" and options.orientation == "portrait":
+                shell.picture(options.pictures / "launcher.png")
                 pid = tap_icon(desk, shell, service, options)
             else:
                 pid = shell.start_console(options.console, service,
