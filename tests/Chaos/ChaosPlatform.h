@@ -7,10 +7,10 @@
 #include "Platform/Linux/CurlHttpSession.h"
 #include "Platform/Linux/IcuTextRules.h"
 #include "Platform/Linux/LinuxEnvironment.h"
-#include "Platform/Linux/QtClock.h"
-#include "Platform/Linux/Session/MainThreadQueue.h"
 #include "Platform/Linux/ThreadPoolExecutor.h"
 #include "Platform/Platform.h"
+#include "Platform/Toolkit/MainThreadQueue.h"
+#include "Platform/Toolkit/QtClock.h"
 
 #include <chrono>
 #include <functional>

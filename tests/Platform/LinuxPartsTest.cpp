@@ -2,9 +2,9 @@
 #include "Platform/Linux/LinuxEnvironment.h"
 #include "Platform/Linux/LinuxLinkOpener.h"
 #include "Platform/Linux/LinuxPlatform.h"
-#include "Platform/Linux/QtClock.h"
 #include "Platform/Linux/ThreadPoolExecutor.h"
 #include "Platform/Platform.h"
+#include "Platform/Toolkit/QtClock.h"
 #include "Support/Waiting.h"
 
 #include <gtest/gtest.h>

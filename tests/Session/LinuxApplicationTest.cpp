@@ -80,7 +80,7 @@ protected:
     QTemporaryDir m_folder;
     std::vector<std::string> m_log;
     MainThreadQueue m_queue;
-    LinuxNotificationCenter m_center;
+    NotificationRelay m_center;
     LinuxEnvironment m_environment;
     LinuxAppearance m_appearance{m_environment};
     LinuxApplication m_application{m_queue, m_center, m_appearance,

@@ -1,6 +1,6 @@
-#include "Platform/Linux/Session/MainThreadQueue.h"
+#include "Platform/Toolkit/MainThreadQueue.h"
 #include "Platform/Linux/Session/BusThread.h"
-#include "Platform/Linux/Session/LinuxNotificationCenter.h"
+#include "Platform/Toolkit/NotificationRelay.h"
 #include "Support/Waiting.h"
 
 #include <gmock/gmock.h>
@@ -63,17 +63,17 @@ TEST(BusThread, StandsStillWhileItIsToldToAndLosesNothing)
     EXPECT_EQ(ran, 100);
 }
 
-TEST(LinuxNotificationCenter, WithoutASessionNothingIsGranted)
+TEST(NotificationRelay, WithoutASessionNothingIsGranted)
 {
-    platform::LinuxNotificationCenter center;
+    platform::NotificationRelay center;
     std::optional<bool> granted;
     center.requestAuthorization({4}, [&](bool given, const auto &) { granted = given; });
     EXPECT_EQ(granted, false);
 }
 
-TEST(LinuxNotificationCenter, WithoutADelegateEverythingIsPresentedAndNothingOpened)
+TEST(NotificationRelay, WithoutADelegateEverythingIsPresentedAndNothingOpened)
 {
-    platform::LinuxNotificationCenter center;
+    platform::NotificationRelay center;
     std::optional<platform::PresentationOptions> options;
     center.willPresent({}, [&](platform::PresentationOptions given) { options = given; });
     ASSERT_TRUE(options);

@@ -1,13 +1,10 @@
 #pragma once
 
-#include "Platform/HttpSession.h"
+#include "Platform/Toolkit/TransportSentences.h"
 
 #include <curl/curl.h>
 
 namespace trellisport::platform {
-
-/// What kind of failure it is, with its sentence for a person.
-[[nodiscard]] TransportError transportError(TransportFailure failure);
 
 /// What libcurl's code means to a person.
 [[nodiscard]] TransportError transportError(CURLcode code);

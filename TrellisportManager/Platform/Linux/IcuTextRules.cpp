@@ -3,6 +3,7 @@
 #include "Platform/Linux/IcuFoldTable.h"
 #include "Platform/Linux/IcuSearchableTexts.h"
 #include "Platform/Linux/IcuTextSearch.h"
+#include "Platform/Toolkit/SingleBytes.h"
 
 #include <unicode/brkiter.h>
 #include <unicode/casemap.h>
@@ -12,7 +13,6 @@
 #include <unicode/unistr.h>
 #include <unicode/utext.h>
 
-#include <algorithm>
 #include <utility>
 
 namespace trellisport::platform {
@@ -35,15 +35,6 @@ std::string toUtf8(const icu::UnicodeString &text)
     std::string utf8;
     text.toUTF8String(utf8);
     return utf8;
-}
-
-/// Whether the text's first characters, this many, are one byte each and end before the next.
-bool beginsWithSingleBytes(std::string_view text, std::size_t count)
-{
-    const std::string_view looked = text.substr(0, count == text.size() ? count : count + 1);
-    return std::all_of(looked.begin(), looked.end(), [](char c) {
-        return static_cast<unsigned char>(c) < 0x80 && c != '\r'; // CR LF is one character
-    });
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "Platform/Linux/LinuxLinkOpener.h"
 
-#include "Platform/Linux/OutsideAddress.h"
+#include "Platform/Toolkit/OutsideAddress.h"
 
 #include <QDesktopServices>
 

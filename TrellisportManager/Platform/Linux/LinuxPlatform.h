@@ -5,13 +5,13 @@
 #include "Platform/Linux/IcuTextRules.h"
 #include "Platform/Linux/LinuxEnvironment.h"
 #include "Platform/Linux/LinuxLinkOpener.h"
-#include "Platform/Linux/QtClock.h"
 #include "Platform/Linux/Session/LinuxApplication.h"
-#include "Platform/Linux/Session/LinuxNotificationCenter.h"
-#include "Platform/Linux/Session/MainThreadQueue.h"
 #include "Platform/Linux/ThreadPoolExecutor.h"
 #include "Platform/Linux/UnfinishedWrites.h"
 #include "Platform/Platform.h"
+#include "Platform/Toolkit/MainThreadQueue.h"
+#include "Platform/Toolkit/NotificationRelay.h"
+#include "Platform/Toolkit/QtClock.h"
 
 #include <chrono>
 #include <memory>
@@ -52,7 +52,7 @@ private:
     LinuxLinkOpener m_linkOpener;
     QtClock m_clock;
     MainThreadQueue m_mainQueue;
-    LinuxNotificationCenter m_notificationCenter;
+    NotificationRelay m_notificationCenter;
     /// The answer that was sent as the last thing is still to arrive. A network that has gone is
     /// not waited for much longer than a user would look at a program that does not end.
     static constexpr std::chrono::seconds patienceAtEnd{10};

@@ -1,5 +1,5 @@
 #include "Fuzz/Targets/Must.h"
-#include "Platform/Linux/OutsideAddress.h"
+#include "Platform/Toolkit/OutsideAddress.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "Fuzz/Targets/Must.h"
-#include "Platform/Linux/Notifications/RemoteNotification.h"
 #include "Platform/Linux/Push/WebPushDecryption.h"
+#include "Platform/Toolkit/RemoteNotification.h"
 
 #include <QByteArray>
 #include <QString>

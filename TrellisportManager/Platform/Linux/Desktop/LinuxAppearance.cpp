@@ -75,19 +75,14 @@ bool LinuxAppearance::windowsHaveFrames() const
 
 std::shared_ptr<void> LinuxAppearance::observe(std::function<void()> changed)
 {
-    const auto place = m_observers->insert(m_observers->end(), std::move(changed));
-    return {nullptr, [observers = m_observers, place](void *) { observers->erase(place); }};
+    return m_observers.add(std::move(changed));
 }
 
 void LinuxAppearance::setDesktopTextScale(double scale)
 {
     if (std::isfinite(scale) && scale > 0 && scale != m_desktopTextScale) {
         m_desktopTextScale = scale;
-        // An observer may go when it is told.
-        for (auto at = m_observers->begin(); at != m_observers->end();) {
-            const auto changed = at++;
-            (*changed)();
-        }
+        m_observers.tell();
     }
 }
 

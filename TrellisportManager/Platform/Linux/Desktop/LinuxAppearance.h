@@ -2,8 +2,7 @@
 
 #include "Platform/Appearance.h"
 #include "Platform/Environment.h"
-
-#include <list>
+#include "Platform/Toolkit/AppearanceObservers.h"
 
 namespace trellisport::platform {
 
@@ -24,11 +23,9 @@ public:
     void setDesktopTextScale(double scale);
 
 private:
-    using Observers = std::list<std::function<void()>>;
-
     const Environment &m_environment;
     double m_desktopTextScale = 1;
-    std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();
+    AppearanceObservers m_observers;
 };
 
 } // namespace trellisport::platform

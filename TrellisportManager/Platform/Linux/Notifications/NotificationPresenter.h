@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/Notifications/LauncherBadge.h"
 #include "Platform/Linux/Notifications/NotificationService.h"
-#include "Platform/Linux/Notifications/RemoteNotification.h"
+#include "Platform/Toolkit/RemoteNotification.h"
 
 #include <QList>
 #include <QObject>

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Session/BusSession.h"
 
-#include "Platform/Linux/Notifications/RemoteNotification.h"
 #include "Platform/Linux/Session/ApplicationInterface.h"
+#include "Platform/Toolkit/RemoteNotification.h"
 
 #include <utility>
 

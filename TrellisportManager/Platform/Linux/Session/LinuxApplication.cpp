@@ -37,7 +37,7 @@ int complain(const char *sentence)
 
 } // namespace
 
-LinuxApplication::LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center,
+LinuxApplication::LinuxApplication(MainThreadQueue &queue, NotificationRelay &center,
                                    LinuxAppearance &appearance, std::function<void()> finish)
     : m_queue(queue)
     , m_center(center)

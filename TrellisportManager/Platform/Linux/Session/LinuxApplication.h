@@ -3,8 +3,8 @@
 #include "Platform/Application.h"
 #include "Platform/Linux/Desktop/LinuxAppearance.h"
 #include "Platform/Linux/Session/ActivationToken.h"
-#include "Platform/Linux/Session/LinuxNotificationCenter.h"
-#include "Platform/Linux/Session/MainThreadQueue.h"
+#include "Platform/Toolkit/MainThreadQueue.h"
+#include "Platform/Toolkit/NotificationRelay.h"
 
 #include <atomic>
 #include <functional>
@@ -26,8 +26,8 @@ public:
     /// finish is called at the end of a run, when the window has gone: it waits for what must not
     /// be cut off. Main thread.
     /// All three must outlive it.
-    LinuxApplication(MainThreadQueue &queue, LinuxNotificationCenter &center,
-                     LinuxAppearance &appearance, std::function<void()> finish);
+    LinuxApplication(MainThreadQueue &queue, NotificationRelay &center, LinuxAppearance &appearance,
+                     std::function<void()> finish);
     LinuxApplication(const LinuxApplication &) = delete;
     LinuxApplication &operator=(const LinuxApplication &) = delete;
     ~LinuxApplication() override;
@@ -58,7 +58,7 @@ private:
     void serveFields();
 
     MainThreadQueue &m_queue;
-    LinuxNotificationCenter &m_center;
+    NotificationRelay &m_center;
     LinuxAppearance &m_appearance;
     std::function<void()> m_finish;
     std::atomic<bool> m_isInFront = false;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Session/BusThread.h"
-#include "Platform/Linux/Session/MainThreadQueue.h"
+#include "Platform/Toolkit/MainThreadQueue.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/OutsideAddress.h"
+#include "Platform/Toolkit/OutsideAddress.h"
 
 #include <QStringList>
 #include <QUrlQuery>

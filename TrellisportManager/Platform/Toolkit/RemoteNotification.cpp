@@ -1,4 +1,4 @@
-#include "Platform/Linux/Notifications/RemoteNotification.h"
+#include "Platform/Toolkit/RemoteNotification.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -1,32 +1,32 @@
-#include "Platform/Linux/Session/LinuxNotificationCenter.h"
+#include "Platform/Toolkit/NotificationRelay.h"
 
 #include <utility>
 
 namespace trellisport::platform {
 
-void LinuxNotificationCenter::setDelegate(UserNotificationCenterDelegate *delegate)
+void NotificationRelay::setDelegate(UserNotificationCenterDelegate *delegate)
 {
     const std::lock_guard lock(m_mutex);
     m_delegate = delegate;
 }
 
-void LinuxNotificationCenter::requestAuthorization(AuthorizationOptions options,
-                                                   AuthorizationCompletion completion)
+void NotificationRelay::requestAuthorization(AuthorizationOptions options,
+                                             AuthorizationCompletion completion)
 {
     if (m_authorize) {
         m_authorize(options, std::move(completion));
     } else {
-        completion(false, "there is no session bus");
+        completion(false, "nobody shows notifications");
     }
 }
 
-void LinuxNotificationCenter::serveRequests(Authorize authorize)
+void NotificationRelay::serveRequests(Authorize authorize)
 {
     m_authorize = std::move(authorize);
 }
 
-void LinuxNotificationCenter::willPresent(const UserNotification &notification,
-                                          std::function<void(PresentationOptions)> completion)
+void NotificationRelay::willPresent(const UserNotification &notification,
+                                    std::function<void(PresentationOptions)> completion)
 {
     const std::lock_guard lock(m_mutex);
     if (m_delegate) {
@@ -37,7 +37,7 @@ void LinuxNotificationCenter::willPresent(const UserNotification &notification,
     }
 }
 
-void LinuxNotificationCenter::didReceive(const UserNotification &notification)
+void NotificationRelay::didReceive(const UserNotification &notification)
 {
     const std::lock_guard lock(m_mutex);
     if (m_delegate) {

@@ -7,9 +7,9 @@
 
 namespace trellisport::platform {
 
-/// The application's side of notifications: knows the delegate, and hands requests to the session
-/// bus while there is one.
-class LinuxNotificationCenter : public UserNotificationCenter {
+/// The application's side of notifications: knows the delegate, and hands requests on
+/// while somebody serves them.
+class NotificationRelay : public UserNotificationCenter {
 public:
     using Authorize = std::function<void(AuthorizationOptions, AuthorizationCompletion)>;
 

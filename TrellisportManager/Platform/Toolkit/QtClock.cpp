@@ -1,4 +1,4 @@
-#include "Platform/Linux/QtClock.h"
+#include "Platform/Toolkit/QtClock.h"
 
 #include <QTimer>
 

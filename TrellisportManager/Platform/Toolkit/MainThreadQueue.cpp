@@ -1,4 +1,4 @@
-#include "Platform/Linux/Session/MainThreadQueue.h"
+#include "Platform/Toolkit/MainThreadQueue.h"
 
 #include <utility>
 
