@@ -44,7 +44,7 @@ void ProjectRowsModel::show(Projects projects, std::vector<ProjectGroup> groups)
     // What goes, goes while the old projects are still there; what comes, comes when the new ones
     // are. In between, both have the same rows.
     const KeptRows kept = keptRows(*projects, groups);
-    removeRows(kept);
+    takeRowsOut(kept);
     for (ProjectGroup &group : m_groups) {
         const Places &is = groupOf(groups, group.status)->projects;
         const Kept &rows = kept.at(group.status);
@@ -53,7 +53,7 @@ void ProjectRowsModel::show(Projects projects, std::vector<ProjectGroup> groups)
                     at(group.projects, rows.before));
     }
     m_projects = std::move(projects);
-    insertRows(groups, kept);
+    putRowsIn(groups, kept);
     if (const int rows = rowCount(); rows > 0) {
         // A kept row may have other values now, or another place in its group. Views read again
         // only what they show.
@@ -90,7 +90,7 @@ ProjectRowsModel::KeptRows ProjectRowsModel::keptRows(const std::vector<Project>
     return kept;
 }
 
-void ProjectRowsModel::removeRows(const KeptRows &kept)
+void ProjectRowsModel::takeRowsOut(const KeptRows &kept)
 {
     int row = rowCount();
     for (std::size_t place = m_groups.size(); place-- > 0;) {
@@ -110,7 +110,7 @@ void ProjectRowsModel::removeRows(const KeptRows &kept)
     }
 }
 
-void ProjectRowsModel::insertRows(const std::vector<ProjectGroup> &groups, const KeptRows &kept)
+void ProjectRowsModel::putRowsIn(const std::vector<ProjectGroup> &groups, const KeptRows &kept)
 {
     int row = 0;
     for (std::size_t place = 0; place < groups.size(); ++place) {

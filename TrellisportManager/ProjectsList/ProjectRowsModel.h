@@ -58,8 +58,8 @@ private:
     [[nodiscard]] Place placeOf(int row) const;
     [[nodiscard]] KeptRows keptRows(const std::vector<Project> &projects,
                                     const std::vector<ProjectGroup> &groups) const;
-    void removeRows(const KeptRows &kept);
-    void insertRows(const std::vector<ProjectGroup> &groups, const KeptRows &kept);
+    void takeRowsOut(const KeptRows &kept);
+    void putRowsIn(const std::vector<ProjectGroup> &groups, const KeptRows &kept);
 
     const platform::TextRules &m_rules;
     Projects m_projects;
