@@ -73,7 +73,7 @@ def main():
             leave_no_traces(console, service, desk.folder / "home", folder / "console.log")
             service.stop()
 
-        return carry_out(checks, desk, console, service, folder)
+        return carry_out(checks, console, service, folder)
 
 
 if __name__ == "__main__":

@@ -140,7 +140,8 @@ def run_silent_failure(console, service):
         service.fail("/projects", 500)
         with service.answers("GET", "/projects"):
             console.keys("F5")
-    screen = console.look_at_rest()
+        # While one is under way, another is not begun.
+        screen = console.look_at_rest()
     check_equal("the groups after failed reloads", headers(screen), before)
     check("a failed reload is not told", not screen.all("alert")
           and not any("error" in text.lower() for text in screen.texts()))

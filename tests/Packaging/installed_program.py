@@ -121,7 +121,7 @@ def main():
             console.stop()
             run_removal(options.root, listed)
 
-        return carry_out(checks, desk, console, service, folder)
+        return carry_out(checks, console, service, folder)
 
 
 if __name__ == "__main__":

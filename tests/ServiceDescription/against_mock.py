@@ -83,7 +83,7 @@ def main():
             run(console, service)
             console.stop()
 
-        return carry_out(checks, desk, console, service, folder)
+        return carry_out(checks, console, service, folder)
 
 
 if __name__ == "__main__":

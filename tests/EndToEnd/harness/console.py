@@ -75,6 +75,10 @@ class Console:
         wait_until("the console comes to rest", rested)
         return previous
 
+    def save_picture(self, path):
+        """Writes a PNG file of what the display shows now."""
+        Picture(self._desk.framebuffer).save(path)
+
     def picture_at_rest(self):
         """The display's picture once it stays the same."""
         previous = Picture(self._desk.framebuffer)

@@ -19,7 +19,10 @@ REQUEST = re.compile(r"^([A-Z]+) (/\S*) (\d{3})$")
 class PracticeService:
     """Runs with its agent's time standing still, so that nothing changes by itself."""
 
-    def __init__(self, binary, data, environment, log):
+    def __init__(self, binary, data, environment, log, more=()):
+        """more: what else the command line says."""
+        self._more = more
+        self._port = 0
         self._binary = binary
         self._data = data
         self._environment = environment
@@ -30,10 +33,12 @@ class PracticeService:
         already = self._log.read_text(encoding="utf-8").count("listening on") \
             if self._log.exists() else 0
         self._program = Program(
-            [self._binary, "--port", 0, "--data", self._data, "--seed", 1, "--speed", 0,
-             "--control", "--verbose"], self._environment, self._log)
+            [self._binary, "--port", self._port, "--data", self._data, "--seed", 1, "--speed", 0,
+             "--control", "--verbose", *self._more], self._environment, self._log)
         addresses = wait_until("the practice service listens", lambda: self._addresses(already))
         self.base_url = addresses[-1]
+        # Started again, it is where it was.
+        self._port = urllib.parse.urlsplit(self.base_url).port
         self.authority = self._data / "ca.pem"
         self.context = ssl.create_default_context(cafile=self.authority)
 
@@ -67,6 +72,16 @@ class PracticeService:
     def fail(self, path, status, times=1):
         """The next replies to the path fail with the status."""
         self._control("fault", path=path, status=status, times=times)
+
+    def devices(self):
+        """The device tokens that it was told."""
+        return list(self._ask("GET", self._origin() + "/control/devices").values())
+
+    def push_key(self):
+        """What browsers are to know it by when they are asked for an address."""
+        with urllib.request.urlopen(self._origin() + "/app/push-key", context=self.context,
+                                    timeout=20) as reply:
+            return reply.read().decode()
 
     def happen(self, event, project):
         """The agent does it now."""
@@ -105,8 +120,10 @@ class PracticeService:
         return found if len(found) > already else None
 
     def _control(self, what, **query):
-        origin = self.base_url.removesuffix("/api/v1")
-        return self._ask("POST", f"{origin}/control/{what}?{urllib.parse.urlencode(query)}")
+        return self._ask("POST", f"{self._origin()}/control/{what}?{urllib.parse.urlencode(query)}")
+
+    def _origin(self):
+        return self.base_url.removesuffix("/api/v1")
 
     def _ask(self, method, url):
         request = urllib.request.Request(url, method=method)

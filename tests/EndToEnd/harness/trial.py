@@ -8,7 +8,6 @@ import traceback
 from pathlib import Path
 
 from harness.checks import CheckFailed
-from harness.picture import Picture
 
 
 def read_options(description, *names):
@@ -23,14 +22,14 @@ def read_options(description, *names):
     return options
 
 
-def carry_out(checks, desk, console, service, folder):
+def carry_out(checks, console, service, folder):
     """Calls checks and ends both programs, whatever happens. Gives the exit status; when a check
     failed, the folder holds the screen's picture and what the screen said."""
     begin = time.monotonic()
     try:
         checks()
     except Exception as error:
-        _keep_evidence(folder, desk, console)
+        _keep_evidence(folder, console)
         if isinstance(error, CheckFailed):
             print(f"FAILED  {error}")
         else:
@@ -48,9 +47,9 @@ def carry_out(checks, desk, console, service, folder):
     return 0
 
 
-def _keep_evidence(folder, desk, console):
+def _keep_evidence(folder, console):
     try:
-        Picture(desk.framebuffer).save(folder / "screen.png")
+        console.save_picture(folder / "screen.png")
         if console.running():
             (folder / "screen.txt").write_text("\n".join(console.look().lines()),
                                                encoding="utf-8")

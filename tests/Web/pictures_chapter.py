@@ -1,0 +1,36 @@
+"""Pictures of every screen in the browser, for the eye."""
+
+import dashboard_chapter
+import projects_chapter
+import workspace_chapter
+from harness.checks import chapter, check
+
+
+def run(console, service, browser, folder):
+    chapter("Pictures")
+    place = folder / "pictures"
+    place.mkdir()
+    taken = []
+
+    def take(name):
+        console.look_at_rest()
+        taken.append(place / f"{name}.png")
+        browser.call("picture", file=str(taken[-1]))
+
+    console.stop()
+    console.start(service)
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    take("dashboard")
+    dashboard_chapter.show_tab(console, "Settings")
+    console.wait_for("the settings are there", lambda seen: seen.has("button", "Save Changes"))
+    take("settings")
+    dashboard_chapter.show_tab(console, "Projects")
+    console.wait_for("the projects are there", projects_chapter.headers)
+    take("projects")
+    project = next(one for one in service.get("/projects?status=awarded")
+                   if projects_chapter.typeable(one))
+    projects_chapter.open_project(console, service, project)
+    for tab in workspace_chapter.TABS:
+        workspace_chapter.open_tab(console, tab)
+        take(f"project-{tab.lower()}")
+    check(f"{len(taken)} pictures are in {place.name}/", all(one.stat().st_size > 5000 for one in taken))

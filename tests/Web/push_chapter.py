@@ -1,0 +1,107 @@
+"""Messages of the service in a browser: how they are asked for, shown, and opened.
+
+The browser's own push service is elsewhere; messages are handed to the service worker as the browser
+would, by what its developers can ask of it.
+"""
+
+import json
+
+import dashboard_chapter
+import workspace_chapter
+from harness.checks import chapter, check, check_equal, wait_until
+
+# In place of the browser's push service, which needs the network: an address, and keys.
+PUSH_SERVICE = """(() => {
+    if (!('PushManager' in globalThis)) { return; }
+    const bytes = (size, first) => Uint8Array.from({ length: size }, (_, index) => index ? index : first);
+    const text = (array) => btoa(String.fromCharCode(...array)).replaceAll('+', '-').replaceAll('/', '_')
+        .replaceAll('=', '');
+    PushManager.prototype.subscribe = async function (options) {
+        globalThis.askedFor = { visible: options.userVisibleOnly, key: text(options.applicationServerKey) };
+        return { toJSON: () => ({ endpoint: 'https://push.example/a-phone',
+            keys: { p256dh: text(bytes(65, 4)), auth: text(bytes(16, 1)) } }) };
+    };
+})()"""
+
+
+def run(console, service, browser):
+    run_registration(console, service, browser)
+    project = next(one for one in service.get("/projects")
+                   if workspace_chapter.projects_chapter.typeable(one))
+    run_shown(console, service, browser, project)
+    run_tapped(console, service, browser, project)
+    run_closed(console, service, browser, project)
+
+
+def content(project, kind="decision_needed", **more):
+    return json.dumps({"aps": {"alert": {"title": "Decision needed", "body": "Which colour?"}},
+                       "type": kind, "project_id": project["id"], **more})
+
+
+def notifications(browser):
+    return browser.call("inWorker", code="""self.registration.getNotifications().then((all) => all.map(
+        ({ title, body, tag, requireInteraction, silent }) =>
+            ({ title, body, tag, requireInteraction, silent })))""")
+
+
+def deliver(console, service, browser, data):
+    origin = service.base_url.removesuffix("/api/v1")
+    registration = wait_until("the service worker's number",
+                              lambda: browser.call("registration", origin=origin))
+    browser.call("deliver", origin=origin, registration=registration, data=data)
+
+
+def run_registration(console, service, browser):
+    chapter("The address for messages")
+    before = service.count("POST", "/devices")
+    console.stop()
+    console.start(service)
+    wait_until("the service is told", lambda: service.count("POST", "/devices") > before)
+    token = json.loads(bytes.fromhex(service.devices()[-1]))
+    check_equal("what it is told", sorted(token), ["auth", "endpoint", "p256dh"])
+    check_equal("the address", token["endpoint"], "https://push.example/a-phone")
+    asked = browser.call("evaluate", code="askedFor")
+    check_equal("how it was asked for", asked, {"visible": True, "key": service.push_key()})
+
+
+def run_shown(console, service, browser, project):
+    chapter("A message is shown")
+    deliver(console, service, browser, content(project, id="m1"))
+    wait_until("it is shown", lambda: notifications(browser))
+    check_equal("what is shown", notifications(browser), [
+        {"title": "Decision needed", "body": "Which colour?", "tag": "m1",
+         "requireInteraction": True, "silent": False}])
+    deliver(console, service, browser, content(project, id="m1"))
+    deliver(console, service, browser, "A line of text")
+    wait_until("the other is shown too", lambda: len(notifications(browser)) == 2,
+               detail=lambda: notifications(browser))
+    check("one that comes twice is shown once, and one without a shape as its text",
+          {one["body"] for one in notifications(browser)} == {"Which colour?", "A line of text"})
+
+
+def tap(browser, tag):
+    """What the browser does when a notification is tapped."""
+    browser.call("inWorker", code=f"""self.registration.getNotifications({{ tag: '{tag}' }}).then(([one]) =>
+        self.dispatchEvent(new NotificationEvent('notificationclick', {{ notification: one }})))""")
+
+
+def run_tapped(console, service, browser, project):
+    chapter("A message is tapped")
+    dashboard_chapter.show_tab(console, "Settings")
+    tap(browser, "m1")
+    console.wait_for("the project is open on its decisions", lambda seen: seen.has("heading", project["title"])
+                     and workspace_chapter.selected_tab(seen) == ["Decisions"])
+    check("it leads to the project's decisions", True)
+    check_equal("the notification is gone", [one for one in notifications(browser) if one["tag"]], [])
+
+
+def run_closed(console, service, browser, project):
+    chapter("A message is tapped while no console is open")
+    console.stop()
+    deliver(console, service, browser, content(project, kind="dev_error", id="m2"))
+    wait_until("it is shown", lambda: [one for one in notifications(browser) if one["tag"] == "m2"])
+    tap(browser, "m2")
+    wait_until("a page opens", lambda: browser.call("takePage") and console.take_over())
+    console.wait_for("the project is open on its logs", lambda seen: seen.has("heading", project["title"])
+                     and workspace_chapter.selected_tab(seen) == ["Logs"], 60)
+    check("it opens the console at the project's logs", True)

@@ -1,0 +1,170 @@
+// A phone's browser, operated by lines of JSON: each line is one call ({"do": NAME, ...}), and one line
+// answers it ({"ok": VALUE} or {"error": TEXT}).
+import { createInterface } from 'node:readline';
+import { chromium } from 'playwright-core';
+
+let context = null;
+let page = null;
+let versions = null;
+const said = [];
+const requests = [];
+const opened = [];
+
+const look = () => page.evaluate(() => {
+    const node = (element) => ({
+        id: element.dataset.id,
+        role: element.dataset.role ?? '',
+        name: element.getAttribute('aria-label')
+            ?? (['text', 'button', 'status', 'alert'].includes(element.dataset.role) ? element.textContent : ''),
+        value: element.dataset.role === 'textbox' ? element.textContent : undefined,
+        action: element.dataset.action,
+        states: element.dataset.states ?? '',
+        place: [element.offsetLeft, element.offsetTop, element.offsetWidth, element.offsetHeight],
+        children: [...element.children].map(node),
+    });
+    const root = document.getElementById('spoken')?.firstElementChild;
+    return root ? node(root) : null;
+});
+
+// A finger lies on the page of one session.
+const sessions = new WeakMap();
+const session = async () => {
+    if (!sessions.has(page)) {
+        sessions.set(page, await context.newCDPSession(page));
+    }
+    return sessions.get(page);
+};
+const touch = async (type, x, y) => (await session()).send('Input.dispatchTouchEvent',
+    { type, touchPoints: x === undefined ? [] : [{ x, y }] });
+
+const watch = (watched) => {
+    page = watched;
+    page.on('console', (message) => said.push(`${message.type()}: ${message.text()}`));
+    page.on('pageerror', (error) => said.push(`error: ${error.message}`));
+    page.on('request', (request) => requests.push([request.method(), request.url()]));
+};
+
+const calls = {
+    // A profile of its own, which stays in the folder.
+    async start({ browser, home, profile, width, height, scale, flags, granted, script }) {
+        context = await chromium.launchPersistentContext(profile, {
+            executablePath: browser,
+            env: { ...process.env, HOME: home },
+            args: ['--no-sandbox', '--use-gl=angle', '--use-angle=swiftshader', '--enable-unsafe-swiftshader',
+                ...(flags ?? [])],
+            viewport: { width, height },
+            deviceScaleFactor: scale,
+            isMobile: true,
+            hasTouch: true,
+            serviceWorkers: 'allow',
+        });
+        await context.grantPermissions(granted ?? []);
+        if (script) {
+            await context.addInitScript(script);
+        }
+        // What opens beside the console is not followed there: there is no network.
+        await context.route((url) => url.hostname !== '127.0.0.1', (route) => {
+            opened.push(route.request().url());
+            return route.abort();
+        });
+        watch(context.pages()[0] ?? await context.newPage());
+        context.on('page', (other) => opened.push(other.url()));
+        return context.browser()?.version() ?? '';
+    },
+    async open({ url }) {
+        await page.goto(url, { waitUntil: 'commit' });
+    },
+    async reload() {
+        await page.reload({ waitUntil: 'commit' });
+    },
+    // Leaves the console's page for an empty one.
+    async changePage() {
+        const left = page;
+        watch(await context.newPage());
+        await left.close();
+    },
+    // The one page that a service worker has opened.
+    async takePage() {
+        watch(context.pages().at(-1));
+        return context.pages().length;
+    },
+    look,
+    act: ({ id }) => page.evaluate((wanted) => {
+        const element = document.querySelector(`#spoken [data-id="${wanted}"]`);
+        element?.click();
+        return element !== null;
+    }, id),
+    async keys({ keys }) {
+        for (const key of keys) {
+            await page.keyboard.press(key);
+        }
+    },
+    type: ({ text }) => page.keyboard.type(text, { delay: 4 }),
+    async drag({ path, pause, rest }) {
+        await touch('touchStart', ...path[0]);
+        for (const point of path.slice(1)) {
+            await page.waitForTimeout(pause);
+            await touch('touchMove', ...point);
+        }
+        await page.waitForTimeout(rest);
+        await touch('touchEnd');
+    },
+    tap: ({ x, y }) => page.touchscreen.tap(x, y),
+    async picture({ file }) {
+        await page.screenshot({ path: file });
+    },
+    evaluate: ({ code }) => page.evaluate(code),
+    back: () => page.goBack({ waitUntil: 'commit', timeout: 2000 }).then(() => true, () => false),
+    said: () => said,
+    requests: () => requests,
+    opened: () => opened,
+    async offline({ on }) {
+        await context.setOffline(on);
+    },
+    async scale({ processor }) {
+        await (await session()).send('Emulation.setCPUThrottlingRate', { rate: processor });
+    },
+    // The number by which the browser knows the origin's service worker; null while there is none.
+    async registration({ origin }) {
+        if (!versions) {
+            versions = new Map();
+            versions.session = await context.newCDPSession(context.pages()[0]);
+            versions.session.on('ServiceWorker.workerRegistrationUpdated', ({ registrations }) => {
+                registrations.forEach(({ scopeURL, registrationId, isDeleted }) => {
+                    if (!isDeleted) {
+                        versions.set(new URL(scopeURL).origin, registrationId);
+                    }
+                });
+            });
+            await versions.session.send('ServiceWorker.enable');
+        }
+        return versions.get(origin) ?? null;
+    },
+    // As the browser would, when a message has come for it.
+    deliver: ({ origin, registration, data }) => versions.session.send(
+        'ServiceWorker.deliverPushMessage', { origin, registrationId: registration, data }),
+    // What the browser's developers can ask of it.
+    protocol: async ({ method, parameters }) => (await session()).send(method, parameters ?? {}),
+    async inWorker({ code }) {
+        const [first] = context.serviceWorkers();
+        return (first ?? await context.waitForEvent('serviceworker')).evaluate(code);
+    },
+    async stop() {
+        await context?.close();
+        context = null;
+    },
+};
+
+for await (const line of createInterface({ input: process.stdin })) {
+    const { do: name, ...given } = JSON.parse(line);
+    try {
+        // Some of what a browser is asked has no limit of its own.
+        const limit = new Promise((_, reject) => {
+            setTimeout(() => reject(new Error('the browser does not answer')), 60_000).unref();
+        });
+        console.log(JSON.stringify({ ok: await Promise.race([calls[name](given), limit]) ?? null }));
+    } catch (error) {
+        console.log(JSON.stringify({ error: String(error?.message ?? error) }));
+    }
+}
+await context?.close();

@@ -1,0 +1,120 @@
+"""What only a browser has: a page that is installed and starts by itself, its history, its keyboard."""
+
+import json
+
+import dashboard_chapter
+import projects_chapter
+import workspace_chapter
+from harness.checks import chapter, check, check_equal, wait_until
+
+FIELD = "document.querySelector('body > input')"
+
+
+def run(console, service, browser):
+    run_page(console, service, browser)
+    run_keyboard(console, browser)
+    run_history(console, service, browser)
+    run_offline(console, service, browser)
+    run_text(console, service, browser)
+
+
+def run_first_visit(console, service, browser):
+    """Later starts come from what it leaves with the service worker."""
+    chapter("The first visit")
+    console.start(service)
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    wait_until("the service worker is there",
+               lambda: browser.call("evaluate", code="navigator.serviceWorker.ready.then(() => true)"))
+    check("the page has left a service worker", True)
+    console.stop()
+
+
+def run_page(console, service, browser):
+    chapter("The page")
+    console.start(service)
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    errors = browser.call("protocol", method="Page.getInstallabilityErrors")
+    check_equal("what keeps it from being installed", errors["installabilityErrors"], [])
+    manifest = json.loads(browser.call("protocol", method="Page.getAppManifest")["data"])
+    check_equal("the installed application", (manifest["name"], manifest["display"]),
+                ("TrellisportManager", "standalone"))
+    policy = browser.call("evaluate", code="""
+        fetch('./').then((reply) => reply.headers.get('content-security-policy'))""")
+    check("its policy lets no foreign or made-up code run", "script-src 'self' 'wasm-unsafe-eval'"
+          in policy and "unsafe-eval'" not in policy.replace("'wasm-unsafe-eval'", ""), policy)
+    kept = browser.call("evaluate", code="""
+        caches.keys().then((names) => Promise.all(names.map((name) => caches.open(name))))
+            .then((all) => Promise.all(all.map((cache) => cache.keys())))
+            .then((keys) => keys.flat().map((request) => new URL(request.url).pathname))""")
+    check("the service worker keeps the program's own files alone",
+          len(kept) > 5 and all(path.startswith("/app/") for path in kept), kept)
+    size = browser.call("evaluate", code="""(() => {
+        const { x, y, width, height } = document.getElementById('screen').getBoundingClientRect();
+        return [x, y, width, height, innerWidth, innerHeight]; })()""")
+    check_equal("the place that the console takes", size[:4], [0, 0, size[4], size[5]])
+
+
+def input_mode(browser):
+    return browser.call("evaluate", code=f"{FIELD}.inputMode")
+
+
+def run_keyboard(console, browser):
+    chapter("A phone's keyboard")
+    dashboard_chapter.show_tab(console, "Settings")
+    console.wait_for("the settings are there", lambda seen: seen.has("button", "Save Changes"))
+    check_equal("without a field there is none", input_mode(browser), "none")
+    for label, kind in (("Max Daily Bids", "numeric"), ("Revenue Target ($)", "decimal"),
+                        ("Max Concurrent", "numeric")):
+        console.focus(label)
+        wait_until(f"{label}: {kind} keys", lambda wanted=kind: input_mode(browser) == wanted,
+                   detail=lambda: input_mode(browser))
+        check_equal(f"{label}: what says its name where one types",
+                    browser.call("evaluate", code=f"{FIELD}.getAttribute('aria-label')"), label)
+    dashboard_chapter.show_tab(console, "Projects")
+    console.focus(projects_chapter.SEARCH)
+    wait_until("the search has letters", lambda: input_mode(browser) == "text",
+               detail=lambda: input_mode(browser))
+    dashboard_chapter.show_tab(console, "Dashboard")
+    wait_until("no keyboard stays", lambda: input_mode(browser) == "none",
+               detail=lambda: input_mode(browser))
+    check("the page's field asks for the keys that the console's field takes", True)
+
+
+def run_history(console, service, browser):
+    chapter("The browser's way back")
+    project = workspace_chapter.newest(service)
+    dashboard_chapter.show_tab(console, "Projects")
+    for _ in range(2):
+        projects_chapter.open_project(console, service, project)
+        browser.call("evaluate", code="history.back()")
+        console.wait_for("it leads back to the list",
+                         lambda seen: seen.has("text", projects_chapter.SEARCH)
+                         and not seen.has("page tab", "Overview"))
+        check("it leads back to the list, and the page stays",
+              console.look().has("page tab", "Projects"))
+    console.keys("Escape")
+
+
+def run_offline(console, service, browser):
+    chapter("Without a network")
+    browser.call("offline", on=True)
+    try:
+        browser.call("reload")
+        console.wait_for("the program starts from what the service worker keeps",
+                         lambda seen: seen.shows("The server could not be reached."), 60)
+        check("it says that the service can't be reached", True)
+    finally:
+        browser.call("offline", on=False)
+    console.keys("F5")
+    dashboard_chapter.check_figures(console, service)
+
+
+def run_text(console, service, browser):
+    """Nothing that the service says becomes part of the page."""
+    chapter("Texts are texts")
+    found = browser.call("evaluate", code="""
+        [...document.querySelectorAll('#spoken *')].map((element) => element.tagName)
+            .filter((name) => name !== 'DIV' && name !== 'BUTTON')""")
+    check_equal("other elements than those that are made for it", found, [])
+    check("the toolkit's own elements are not switched on", browser.call("evaluate", code="""
+        [...document.getElementById('screen').shadowRoot?.querySelectorAll('button') ?? []].length === 0"""))
