@@ -116,6 +116,10 @@ class BrowserConsole(Console):
         self._texts, self._actions = {}, {}
         return Screen(self._node(tree, is_root=True))
 
+    def look_at_rest(self):
+        wait_until("the console comes to rest", lambda: not self._browser.call("busy"))
+        return super().look_at_rest()
+
     def type_text(self, name, text, index=0):
         self.focus(name, index)
         self.keys("ctrl+a", "BackSpace")

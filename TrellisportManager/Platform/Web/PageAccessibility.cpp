@@ -14,6 +14,7 @@
 #include <chrono>
 
 // Script/Accessibility.js
+extern "C" void trellisport_speak_later();
 extern "C" void trellisport_speak(const char *json, std::size_t size);
 
 namespace trellisport::platform {
@@ -193,6 +194,9 @@ void PageAccessibility::show(QWindow &window)
 
 void PageAccessibility::changed()
 {
+    if (!m_rest.isActive()) {
+        trellisport_speak_later();
+    }
     m_rest.start();
     if (!m_limit.isActive()) {
         m_limit.start();

@@ -10,6 +10,14 @@ const said = [];
 const requests = [];
 const opened = [];
 
+// Whether something still changes. What has arrived is seen in the second picture at the latest.
+const busy = () => page.evaluate(async () => {
+    for (let pictures = 0; pictures < 2; ++pictures) {
+        await new Promise((resolve) => requestAnimationFrame(() => setTimeout(resolve)));
+    }
+    return document.getElementById('spoken')?.ariaBusy !== 'false';
+});
+
 const look = () => page.evaluate(() => {
     const node = (element) => ({
         id: element.dataset.id,
@@ -89,6 +97,7 @@ const calls = {
         return context.pages().length;
     },
     look,
+    busy,
     act: ({ id }) => page.evaluate((wanted) => {
         const element = document.querySelector(`#spoken [data-id="${wanted}"]`);
         element?.click();

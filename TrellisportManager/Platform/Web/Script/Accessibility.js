@@ -76,6 +76,11 @@ addToLibrary({
         return element;
     },
 
+    // What is on the screen is changing, and is told when it rests.
+    trellisport_speak_later: () => {
+        document.getElementById('spoken').ariaBusy = 'true';
+    },
+
     trellisport_speak__deps: ['$spokenElements', '$speakNode', '$textAt'],
     trellisport_speak: (json, size) => {
         const holder = document.getElementById('spoken');
@@ -85,6 +90,7 @@ addToLibrary({
         if (holder.firstChild !== element) {
             holder.replaceChildren(element);
         }
+        holder.ariaBusy = 'false';
         for (const [id, old] of spokenElements) {
             if (!seen.has(id)) {
                 old.remove();

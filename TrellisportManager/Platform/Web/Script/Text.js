@@ -80,8 +80,8 @@ addToLibrary({
         // The letters that are two in one have a third form for the beginning of a word.
         const pairs = { '\u01c4': '\u01c5', '\u01c7': '\u01c8', '\u01ca': '\u01cb', '\u01f1': '\u01f2' };
         const initial = (letter) => {
-            const [first, ...rest] = letter.toUpperCase();
-            return (pairs[first] ?? first) + rest.join('').toLowerCase();
+            const capitals = Array.from(letter.toUpperCase());
+            return (pairs[capitals[0]] ?? capitals[0]) + capitals.slice(1).join('').toLowerCase();
         };
         let result = '';
         for (const { segment } of languages.words.segment(textAt(text, size))) {
