@@ -56,6 +56,11 @@ class PhoneShell:
         if name == "phosh":
             self._run(["squeekboard"], GDK_BACKEND="wayland")
             wait_until("the launcher unfolds", self._shows_launcher, 60, self._log.read_text)
+            # What nothing moved by may not be drawn yet: another scale and back draws it all.
+            for scale in ("1", "2"):
+                subprocess.run(["wlr-randr", "--output", "X11-1", "--scale", scale], check=True,
+                               env=self.environment, timeout=20)
+                time.sleep(1)
 
     def _shows_launcher(self):
         """Below the panel everything is black before. It is drawn where something moves, so the
