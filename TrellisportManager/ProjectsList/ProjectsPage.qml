@@ -41,6 +41,7 @@ Screen {
             readonly property real columnX: Math.round(SafeArea.left + (page.safeWidth - columnWidth) / 2)
 
             function scrollToTop(): void {
+                avoidance.rest();
                 cancelFlick();
                 // Where the list begins is only an estimate until its first rows are there.
                 positionViewAtBeginning();
@@ -50,6 +51,7 @@ Screen {
             function moveTo(row: int): void {
                 if (row < 0 || row >= count)
                     return;
+                avoidance.rest();
                 positionViewAtIndex(row, ListView.Contain);
                 (itemAtIndex(row) as ProjectListRow).takeKeyboard();
             }
@@ -116,10 +118,7 @@ Screen {
                 columnX: list.columnX
                 columnWidth: list.columnWidth
                 viewModel: root.viewModel
-                onSearched: {
-                    avoidance.rest();
-                    list.scrollToTop();
-                }
+                onSearched: list.scrollToTop()
             }
         }
     }

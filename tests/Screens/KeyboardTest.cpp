@@ -1,10 +1,13 @@
 #include "AllScreens.h"
 #include "Geometry.h"
 
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QTest>
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <string>
 
 namespace trellisport::test {
@@ -199,6 +202,15 @@ protected:
         const bool isRow = row != nullptr && row->objectName() == QLatin1String("projectRow");
         return isRow ? textOf(scene->item(QStringLiteral("projectTitle"), row)) : QString();
     }
+    bool isSliding() const
+    {
+        const auto objects = scene->root()->findChildren<QObject *>();
+        return std::any_of(objects.begin(), objects.end(), [](const QObject *object) {
+            return object->inherits("QQuickNumberAnimation") &&
+                   object->property("property") == QStringLiteral("contentY") &&
+                   object->property("running").toBool();
+        });
+    }
     void focusFirstRow()
     {
         for (int presses = 0; presses < 30 && focusedTitle() != u"Title 0"; ++presses) {
@@ -215,6 +227,21 @@ TEST_F(LongList, HomeAndEndLeadToTheFirstAndTheLastRow)
     EXPECT_EQ(focusedTitle(), u"Title 59");
     expectSeen(focused());
     press(Qt::Key_Home);
+    EXPECT_EQ(focusedTitle(), u"Title 0");
+    expectSeen(focused());
+}
+
+// The list slides to what has got the keyboard. A slide from before would pull it back, and on the
+// way the list would take the first row for another one, with the keyboard.
+TEST_F(LongList, AMoveEndsTheSlideOfTheOneBefore)
+{
+    focusFirstRow();
+    press(Qt::Key_End);
+    ASSERT_TRUE(eventually([&] { return isSliding(); }));
+    QKeyEvent home(QEvent::KeyPress, Qt::Key_Home, Qt::NoModifier);
+    QCoreApplication::sendEvent(&scene->window(), &home);
+    EXPECT_FALSE(isSliding());
+    ASSERT_TRUE(eventually([&] { return !isSliding(); }));
     EXPECT_EQ(focusedTitle(), u"Title 0");
     expectSeen(focused());
 }
