@@ -16,6 +16,10 @@ public:
     /// before its turn comes, the work is dropped without being run. Any thread; never blocks.
     void post(std::function<void()> work) const;
 
+    /// Runs all that waits for the thread that calls, and what that posts to it; for the end of a
+    /// program, when its event loop no longer runs. False when nothing waited.
+    static bool runPosted();
+
 private:
     class Mailbox;
     struct Home;

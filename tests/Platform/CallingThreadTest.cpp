@@ -41,6 +41,22 @@ TEST(CallingThread, KeepsTheOrderOfWork)
     EXPECT_EQ(order, (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
 }
 
+TEST(CallingThread, RunsWhatWaitsWithoutAnEventLoopWhenTold)
+{
+    std::vector<int> order;
+    const CallingThread home = CallingThread::current();
+    home.post([&] {
+        order.push_back(1);
+        home.post([&] { order.push_back(3); });
+    });
+    std::thread([&] { home.post([&] { order.push_back(2); }); }).join();
+    EXPECT_TRUE(CallingThread::runPosted());
+    EXPECT_EQ(order, (std::vector<int>{1, 2, 3}));
+    EXPECT_FALSE(CallingThread::runPosted());
+    test::runPendingEvents();
+    EXPECT_EQ(order.size(), 3U) << "once is enough";
+}
+
 TEST(CallingThread, DropsWorkForAThreadThatHasEnded)
 {
     std::optional<CallingThread> ended;

@@ -214,7 +214,7 @@ TEST_F(ProgramOnBusTest, WithoutAWindowItEndsWithItsSession)
     m_bus.end();
     ASSERT_TRUE(hasEnded(program));
     EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
 }
 
 TEST_F(ProgramOnBusTest, ALauncherGetsAWindowWhereNoServiceIsNamed)

@@ -1,5 +1,6 @@
 #include "Platform/Linux/LinuxPlatform.h"
 
+#include "Platform/CallingThread.h"
 #include "Platform/Linux/AuthorityFile.h"
 
 namespace trellisport::platform {
@@ -49,9 +50,12 @@ void LinuxPlatform::endExchanges()
     if (const auto session = m_session.lock()) {
         session->stop();
     }
-    if (m_executor) {
-        m_executor->finish();
-    }
+    // What waited for an exchange may end now, too; the event loop no longer sees to it.
+    do {
+        if (m_executor) {
+            m_executor->finish();
+        }
+    } while (CallingThread::runPosted());
 }
 
 Executor &LinuxPlatform::executor()

@@ -22,6 +22,21 @@ public:
             wake();
         }
     }
+    /// False when nothing waits.
+    bool runOne()
+    {
+        std::function<void()> work;
+        {
+            const std::scoped_lock lock(m_mutex);
+            if (m_work.empty()) {
+                return false; // for an event: one too many, after wakeForAll()
+            }
+            work = std::move(m_work.front());
+            m_work.pop_front();
+        }
+        work();
+        return true;
+    }
     /// The event loop dropped its events: they are posted once more.
     void wakeForAll()
     {
@@ -45,19 +60,6 @@ private:
     {
         QMetaObject::invokeMethod(
             m_object.get(), [self = shared_from_this()] { self->runOne(); }, Qt::QueuedConnection);
-    }
-    void runOne()
-    {
-        std::function<void()> work;
-        {
-            const std::scoped_lock lock(m_mutex);
-            if (m_work.empty()) {
-                return; // an event too many, after wakeForAll()
-            }
-            work = std::move(m_work.front());
-            m_work.pop_front();
-        }
-        work();
     }
 
     std::mutex m_mutex;
@@ -98,6 +100,16 @@ CallingThread CallingThread::current()
     }();
     static_cast<void>(once);
     return CallingThread(Home::ofThisThread().mailbox);
+}
+
+bool CallingThread::runPosted()
+{
+    Mailbox &mailbox = *Home::ofThisThread().mailbox;
+    bool hasRun = false;
+    while (mailbox.runOne()) {
+        hasRun = true;
+    }
+    return hasRun;
 }
 
 void CallingThread::post(std::function<void()> work) const
