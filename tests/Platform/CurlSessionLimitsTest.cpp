@@ -123,7 +123,9 @@ TEST_F(CurlSessionLimits, HeadersWithoutEndAreTooLarge)
 {
     EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\n", "X-Header: value\r\n")),
               TransportFailure::ReplyTooLarge);
-    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\nX-Header: a\r\n", " more\r\n")),
+    // libcurl lets a value grow by a line at a time, which takes the sanitizers' allocators long.
+    EXPECT_EQ(failure(endless("HTTP/1.1 200 OK\r\nX-Header: a\r\n",
+                              ' ' + std::string(200, 'x') + "\r\n")),
               TransportFailure::ReplyTooLarge);
 }
 

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <unicode/utf8.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <random>
@@ -76,10 +77,8 @@ TEST(SearchableTexts, AgreeWithSearchesOneByOne)
     for (const char *locale : {"en", "tr"}) {
         const IcuTextRules rules(locale);
         for (int round = 0; round < 400; ++round) {
-            std::vector<std::string> texts;
-            for (int i = 0; i < 40; ++i) {
-                texts.push_back(somePieces(random, 12));
-            }
+            std::vector<std::string> texts(40);
+            std::generate(texts.begin(), texts.end(), [&] { return somePieces(random, 12); });
             const auto made = searchable(rules, texts);
             const TextsOneByOne oneByOne(rules, {texts.begin(), texts.end()});
             for (int i = 0; i < 10; ++i) {
