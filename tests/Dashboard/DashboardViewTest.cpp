@@ -1,6 +1,7 @@
 #include "Dashboard/DashboardViewModel.h"
 #include "Presentation/Colors.h"
 #include "QmlSupport/QmlScene.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/InlineExecutor.h"
 #include "Support/ManualClock.h"
@@ -47,6 +48,7 @@ protected:
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     ManualClock clock;
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     DashboardViewModel model{api, clock};
 };
 

@@ -1,4 +1,5 @@
 #include "Notifications/NotificationManager.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/FakeNotifications.h"
 #include "Support/InlineExecutor.h"
@@ -33,6 +34,7 @@ protected:
     FakeApplication m_application;
     ManualMainQueue m_queue;
     NotificationManager m_manager{m_api, m_center, m_application, m_queue};
+    CallsEnd m_callsEnd{*m_session};
 };
 
 TEST_F(NotificationManagerTest, StartsWithNothingPending)

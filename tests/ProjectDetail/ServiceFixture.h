@@ -2,6 +2,7 @@
 
 #include "Platform/Platform.h"
 #include "ServiceAccess/TrellisportAPI.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/InlineExecutor.h"
 
@@ -18,6 +19,7 @@ protected:
 
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
 };
 
 } // namespace trellisport::test

@@ -4,6 +4,7 @@
 #include "ProjectSamples.h"
 #include "ProjectsList/ProjectsListViewModel.h"
 #include "QmlSupport/QmlScene.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/InlineExecutor.h"
 
@@ -94,6 +95,7 @@ protected:
 
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     NotificationManager notifications;
     ProjectsListViewModel model{api, platform::Platform::current().textRules(),
                                 InlineExecutor::shared(), notifications};

@@ -2,6 +2,7 @@
 #include "Platform/Platform.h"
 #include "ProjectSamples.h"
 #include "ProjectsList/ProjectRowData.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/InlineExecutor.h"
 #include "Support/Waiting.h"
@@ -49,6 +50,7 @@ protected:
 
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     NotificationManager notifications;
     ProjectsListViewModel model{api, platform::Platform::current().textRules(),
                                 InlineExecutor::shared(), notifications};

@@ -2,6 +2,7 @@
 #include "ProjectSamples.h"
 #include "ProjectsList/ProjectRowData.h"
 #include "ProjectsList/ProjectsListViewModel.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/InlineExecutor.h"
 #include "Support/Waiting.h"
@@ -102,6 +103,7 @@ protected:
     CountingRules rules;
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     NotificationManager notifications;
     std::unique_ptr<ProjectsListViewModel> model =
         std::make_unique<ProjectsListViewModel>(api, rules, executor, notifications);

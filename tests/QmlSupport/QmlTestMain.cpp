@@ -1,5 +1,4 @@
 #include "Support/FakeHttpSession.h"
-#include "Support/Waiting.h"
 
 #include <QGuiApplication>
 #include <QtQml/qqmlextensionplugin.h>
@@ -21,6 +20,5 @@ int main(int argc, char *argv[])
     QGuiApplicationPrivate::platformIntegration()->accessibility()->setActive(true);
     const int status = RUN_ALL_TESTS();
     trellisport::test::FakeHttpSession::endAll();
-    trellisport::test::runPendingEvents(); // the calls end on this thread
     return status;
 }

@@ -1,4 +1,5 @@
 #include "ScreenFaults/AnyScreen.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/InlineExecutor.h"
 #include "Support/Waiting.h"
@@ -48,6 +49,7 @@ protected:
     }
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     AnyScreen screen = GetParam().make(api);
     std::string first;
     std::string second;

@@ -7,6 +7,7 @@
 #include "QmlSupport/QmlScene.h"
 #include "Settings/SettingsViewModel.h"
 #include "Shell/ContentViewModel.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/FakeLinkOpener.h"
 #include "Support/InlineExecutor.h"
@@ -57,6 +58,7 @@ protected:
     FakeLinkOpener opener;
     LinkController links{opener};
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     NotificationManager notifications;
     ContentViewModel content{notifications};
     DashboardViewModel dashboard{api, clock};

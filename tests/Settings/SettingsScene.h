@@ -3,6 +3,7 @@
 #include "Presentation/LinkController.h"
 #include "QmlSupport/QmlScene.h"
 #include "Settings/SettingsViewModel.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/FakeLinkOpener.h"
 #include "Support/InlineExecutor.h"
@@ -65,6 +66,7 @@ protected:
     FakeLinkOpener opener;
     LinkController links{opener};
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     SettingsViewModel model{api, clock, parseServiceAddress("https://agent.example:8443/api/v1")};
     std::unique_ptr<QmlScene> scene;
 };

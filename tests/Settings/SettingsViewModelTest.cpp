@@ -1,4 +1,5 @@
 #include "Settings/SettingsViewModel.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/InlineExecutor.h"
 #include "Support/ManualClock.h"
@@ -38,6 +39,7 @@ protected:
     std::shared_ptr<FakeHttpSession> session = std::make_shared<FakeHttpSession>();
     ManualClock clock;
     TrellisportAPI api{"https://service.example/api/v1", session, InlineExecutor::shared()};
+    CallsEnd callsEnd{*session};
     SettingsViewModel model{api, clock, parseServiceAddress("https://service.example/api/v1")};
 };
 

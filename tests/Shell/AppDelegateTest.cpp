@@ -1,4 +1,5 @@
 #include "Shell/AppDelegate.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/FakeNotifications.h"
 #include "Support/InlineExecutor.h"
@@ -22,6 +23,7 @@ protected:
     ManualMainQueue m_queue;
     NotificationManager m_notifications{m_api, m_center, m_application, m_queue};
     AppDelegate m_delegate{m_notifications};
+    CallsEnd m_callsEnd{*m_session};
 };
 
 TEST_F(AppDelegateTest, LaunchAsksForPermissionAndAlwaysSucceeds)

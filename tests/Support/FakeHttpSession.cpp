@@ -1,5 +1,7 @@
 #include "Support/FakeHttpSession.h"
 
+#include "Support/Waiting.h"
+
 #include <algorithm>
 #include <iterator>
 #include <set>
@@ -24,6 +26,8 @@ struct FakeHttpSession::State {
     HttpResult takeAnswer(std::string_view url);
     /// Moves a held call to those to be completed, with the lock held.
     void deliver(std::deque<std::shared_ptr<Call>>::iterator call);
+    /// With the lock held.
+    void cancelAll();
     void work();
 
     mutable std::mutex mutex;
@@ -34,7 +38,9 @@ struct FakeHttpSession::State {
     std::deque<std::shared_ptr<Call>> waiting;
     std::deque<std::shared_ptr<Call>> ready;
     std::size_t cancelled = 0;
+    std::size_t underWay = 0; ///< sent, and the completion has not returned
     bool holds = false;
+    bool refuses = false;
     bool ends = false;
 };
 
@@ -99,6 +105,25 @@ FakeHttpSession::~FakeHttpSession()
     end();
 }
 
+void FakeHttpSession::finish()
+{
+    const auto isIdle = [this] {
+        const std::lock_guard lock(m_state->mutex);
+        return m_state->underWay == 0;
+    };
+    {
+        const std::lock_guard lock(m_state->mutex);
+        m_state->refuses = true;
+        m_state->cancelAll();
+    }
+    do {
+        if (!waitUntil(isIdle)) {
+            return;
+        }
+        runPendingEvents(); // whoever waited goes on, and may send again
+    } while (!isIdle());
+}
+
 void FakeHttpSession::endAll()
 {
     const std::lock_guard lock(Sessions::shared().mutex);
@@ -115,12 +140,7 @@ void FakeHttpSession::end()
     {
         const std::lock_guard lock(m_state->mutex);
         m_state->ends = true;
-        while (!m_state->waiting.empty()) {
-            ++m_state->cancelled;
-            m_state->waiting.front()->result =
-                TransportError(TransportFailure::Cancelled, "The session has ended.");
-            m_state->deliver(m_state->waiting.begin());
-        }
+        m_state->cancelAll();
         m_state->changed.notify_all();
     }
     m_thread.join();
@@ -134,7 +154,10 @@ std::unique_ptr<platform::HttpExchange> FakeHttpSession::send(HttpRequest reques
         Call{request.url, m_state->takeAnswer(request.url), std::move(completion)});
     m_state->requests.push_back(std::move(request));
     m_state->waiting.push_back(call);
-    if (!m_state->holds) {
+    ++m_state->underWay;
+    if (m_state->refuses) {
+        m_state->cancelAll();
+    } else if (!m_state->holds) {
         m_state->deliver(std::prev(m_state->waiting.end()));
     }
     return std::make_unique<Exchange>(m_state, std::move(call));
@@ -162,6 +185,16 @@ void FakeHttpSession::State::deliver(std::deque<std::shared_ptr<Call>>::iterator
     changed.notify_all();
 }
 
+void FakeHttpSession::State::cancelAll()
+{
+    while (!waiting.empty()) {
+        ++cancelled;
+        waiting.front()->result =
+            TransportError(TransportFailure::Cancelled, "The session has ended.");
+        deliver(waiting.begin());
+    }
+}
+
 void FakeHttpSession::State::work()
 {
     std::unique_lock lock(mutex);
@@ -176,6 +209,7 @@ void FakeHttpSession::State::work()
         call->completion(std::move(call->result));
         call->completion = nullptr;
         lock.lock();
+        --underWay;
     }
 }
 

@@ -57,6 +57,10 @@ public:
     /// How many exchanges were cancelled before their reply arrived.
     [[nodiscard]] std::size_t cancelled() const;
 
+    /// Cancels what is under way and all that is sent from now on, and runs this thread's events
+    /// until nothing is under way any more: for the end of a test whose calls were sent from here.
+    void finish();
+
     /// Ends every session that a call under way still holds: for the end of a test program, while
     /// which no reply may be decoded any more.
     static void endAll();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Notifications/NotificationManager.h"
+#include "Support/CallsEnd.h"
 #include "Support/FakeHttpSession.h"
 #include "Support/FakeNotifications.h"
 #include "Support/InlineExecutor.h"
@@ -17,6 +18,7 @@ struct NotificationsBench {
     FakeApplication application;
     ManualMainQueue queue;
     NotificationManager manager{api, center, application, queue};
+    CallsEnd callsEnd{*session};
 };
 
 } // namespace trellisport::test

@@ -104,6 +104,21 @@ TEST(FakeHttpSession, EndingCancelsWhatIsHeld)
     EXPECT_EQ(received.calls, 1);
 }
 
+TEST(FakeHttpSession, FinishingEndsWhatIsHeldAndWhatIsSentBecauseOfIt)
+{
+    FakeHttpSession session;
+    session.hold();
+    Received received;
+    std::unique_ptr<platform::HttpExchange> next;
+    const auto exchange = session.send({"GET", "https://h/a", {}, {}}, [&](const auto &) {
+        next = session.send({"GET", "https://h/b", {}, {}}, received.completion());
+    });
+    session.finish();
+    EXPECT_EQ(received.calls, 1);
+    EXPECT_EQ(session.requestCount(), 2U);
+    EXPECT_EQ(session.held(), 0U);
+}
+
 TEST(ManualClock, CallsWhatFallsDueInOrder)
 {
     ManualClock clock;

@@ -1,5 +1,4 @@
 #include "Support/FakeHttpSession.h"
-#include "Support/Waiting.h"
 
 #include <QCoreApplication>
 
@@ -11,6 +10,5 @@ int main(int argc, char *argv[])
     const QCoreApplication application(argc, argv);
     const int status = RUN_ALL_TESTS();
     trellisport::test::FakeHttpSession::endAll();
-    trellisport::test::runPendingEvents(); // the calls end on this thread
     return status;
 }
