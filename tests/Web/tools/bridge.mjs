@@ -164,16 +164,27 @@ const calls = {
     },
 };
 
-for await (const line of createInterface({ input: process.stdin })) {
+const answer = async (line) => {
     const { do: name, ...given } = JSON.parse(line);
+    let timer = null;
+    // Some of what a browser is asked has no limit of its own.
+    const limit = new Promise((_, reject) => {
+        timer = setTimeout(() => reject(new Error('the browser does not answer')), 60_000);
+    });
     try {
-        // Some of what a browser is asked has no limit of its own.
-        const limit = new Promise((_, reject) => {
-            setTimeout(() => reject(new Error('the browser does not answer')), 60_000).unref();
-        });
-        console.log(JSON.stringify({ ok: await Promise.race([calls[name](given), limit]) ?? null }));
+        return { ok: await Promise.race([calls[name](given), limit]) ?? null };
     } catch (error) {
-        console.log(JSON.stringify({ error: String(error?.message ?? error) }));
+        return { error: String(error?.message ?? error) };
+    } finally {
+        clearTimeout(timer);
     }
-}
-await context?.close();
+};
+
+let last = Promise.resolve();
+createInterface({ input: process.stdin })
+    .on('line', (line) => {
+        last = last.then(() => answer(line)).then((value) => {
+            process.stdout.write(`${JSON.stringify(value)}\n`);
+        });
+    })
+    .on('close', () => last.then(() => context?.close()));
