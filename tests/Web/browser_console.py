@@ -37,7 +37,7 @@ class BrowserConsole(Console):
     def stop(self):
         if self._has_page:
             self._has_page = False
-            self._browser.call("changePage")
+            self._browser.call("leave")
 
     def take_over(self):
         """The page that was taken is the console's from now on. Whether it says something yet."""
@@ -89,7 +89,7 @@ class BrowserConsole(Console):
 
     def drag_up(self, from_y, to_y):
         x = self._width - 14
-        self._browser.call("drag", pause=15, rest=150,
+        self._browser.call("drag", pause=15, rest=300,
                            path=[[x, from_y - (from_y - to_y) * part / 8] for part in range(9)])
 
     def swipe_back(self):

@@ -98,10 +98,13 @@ class _Blob:
                 or self._is_edge())
 
     def _is_edge(self):
-        """The upper or lower edge of an outline, with the beginnings of its round corners."""
-        between = range(self.left + CORNER, self.left + self.width - CORNER)
-        rows = {y for x, y in self._marks if x in between}
-        return self.height <= CORNER and bool(rows) and max(rows) - min(rows) < 2
+        """One edge of an outline, with the beginnings of its round corners."""
+        rows = {y for x, y in self._marks
+                if self.left + CORNER <= x < self.left + self.width - CORNER}
+        columns = {x for x, y in self._marks
+                   if self.top + CORNER <= y < self.top + self.height - CORNER}
+        return (self.height <= CORNER and bool(rows) and max(rows) - min(rows) < 2
+                or self.width <= CORNER and bool(columns) and max(columns) - min(columns) < 2)
 
     def _outlines(self):
         inside_x = range(self.left + CORNER, self.left + self.width - CORNER)

@@ -76,7 +76,15 @@ const calls = {
             return route.abort();
         });
         watch(context.pages()[0] ?? await context.newPage());
-        context.on('page', (other) => opened.push(other.url()));
+        // A tab beside the console is looked at and closed: browsers draw those behind once a second.
+        context.on('page', async (other) => {
+            await other.waitForLoadState().catch(() => {});
+            opened.push(other.url());
+            if (!new URL(other.url(), 'https://none').pathname.startsWith('/app/')) {
+                await other.close();
+                await page.bringToFront();
+            }
+        });
         return context.browser()?.version() ?? '';
     },
     async open({ url }) {
@@ -85,15 +93,14 @@ const calls = {
     async reload() {
         await page.reload({ waitUntil: 'commit' });
     },
-    // Leaves the console's page for an empty one.
-    async changePage() {
-        const left = page;
-        watch(await context.newPage());
-        await left.close();
+    // Leaves the console for an empty page. In the same tab: browsers draw others once a second.
+    async leave() {
+        await page.goto('about:blank');
     },
     // The one page that a service worker has opened.
     async takePage() {
         watch(context.pages().at(-1));
+        await page.bringToFront();
         return context.pages().length;
     },
     look,
@@ -115,7 +122,12 @@ const calls = {
             await page.waitForTimeout(pause);
             await touch('touchMove', ...point);
         }
-        await page.waitForTimeout(rest);
+        // A finger that rests: what a busy page hears of it late must not look like a flick.
+        const [x, y] = path.at(-1);
+        for (let time = 0; time < rest; time += 50) {
+            await page.waitForTimeout(50);
+            await touch('touchMove', x, y + (time % 100 ? 0 : 0.5));
+        }
         await touch('touchEnd');
     },
     tap: ({ x, y }) => page.touchscreen.tap(x, y),
