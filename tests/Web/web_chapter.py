@@ -70,6 +70,9 @@ def run_keyboard(console, browser):
                    detail=lambda: input_mode(browser))
         check_equal(f"{label}: what says its name where one types",
                     browser.call("evaluate", code=f"{FIELD}.getAttribute('aria-label')"), label)
+    console.type_text("Revenue Target ($)", "1250.50")
+    check_equal("where the console stands once something is typed", browser.call("evaluate", code="""
+        (({ x, y }) => [x, y])(document.getElementById('screen').getBoundingClientRect())"""), [0, 0])
     dashboard_chapter.show_tab(console, "Projects")
     console.focus(projects_chapter.SEARCH)
     wait_until("the search has letters", lambda: input_mode(browser) == "text",
