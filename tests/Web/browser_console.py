@@ -104,7 +104,7 @@ class BrowserConsole(Console):
                            path=[[x, y - 150 + 300 * part / 8] for part in range(9)])
 
     def check_quiet(self):
-        complaints = [line for line in self.output().splitlines() if not is_expected(line)]
+        complaints = [message for message in self._browser.call("said") if not is_expected(message)]
         check("the console complained about nothing", not complaints, "\n".join(complaints))
 
     # What the base class does through the accessibility bus and the display.
@@ -134,6 +134,8 @@ class BrowserConsole(Console):
 
     def press(self, role, name):
         for _ in range(20):
+            # What is pressed while it changes is not pressed.
+            self.look_at_rest()
             node = self._operable(role, name)
             if set(self.actions(node)) & {"Press", "Toggle"}:
                 if self._browser.call("act", id=node.address[0]):
@@ -164,7 +166,7 @@ class BrowserConsole(Console):
         return node
 
 
-def is_expected(line):
+def is_expected(message):
     """What browsers say of replies that tests have made fail, and of the toolkit's own way to wait."""
-    return ("Failed to load resource" in line or "OpenType support missing" in line
-            or "Qt has caught an exception" in line)
+    return ("Failed to load resource" in message or "OpenType support missing" in message
+            or "Qt has caught an exception" in message)

@@ -157,12 +157,15 @@ void describeChildren(QAccessibleInterface &item, QPoint origin, QJsonArray &nod
 
 } // namespace
 
-/// What somebody who can't see the screen pressed.
-extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_press(double id)
+/// Somebody who can't see the screen pressed what was told under this name. A list may show
+/// something else in its place by now, or nothing: then it is not what was meant.
+extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_press(double id, const char *name)
 {
-    // Nothing when it has gone meanwhile.
     QAccessibleInterface *item = QAccessible::accessibleInterface(static_cast<QAccessible::Id>(id));
-    const QString known = item ? action(*item) : QString();
+    if (!item || item->text(QAccessible::Name) != QString::fromUtf8(name)) {
+        return;
+    }
+    const QString known = action(*item);
     if (!known.isEmpty()) {
         item->actionInterface()->doAction(known);
     }

@@ -5,7 +5,7 @@ addToLibrary({
     // By the numbers that the toolkit gives to things, which it never gives twice.
     $spokenElements: 'new Map()',
 
-    $spokenElement__deps: ['$spokenElements'],
+    $spokenElement__deps: ['$spokenElements', '$stringToNewUTF8', 'free'],
     $spokenElement: (node) => {
         let element = spokenElements.get(node.id);
         if (!element || element.dataset.role !== node.role) {
@@ -22,7 +22,9 @@ addToLibrary({
             element.tabIndex = -1;
             element.addEventListener('click', (event) => {
                 event.stopPropagation();
-                _trellisport_press(node.id);
+                const name = stringToNewUTF8(element.spokenName);
+                _trellisport_press(node.id, name);
+                _free(name);
             });
             spokenElements.set(node.id, element);
         }
@@ -34,6 +36,7 @@ addToLibrary({
     $speakNode: (node, seen) => {
         const element = spokenElement(node);
         seen.add(node.id);
+        element.spokenName = node.name;
         const set = (name, value) => {
             if (value === undefined) {
                 element.removeAttribute(name);
