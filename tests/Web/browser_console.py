@@ -31,18 +31,16 @@ class BrowserConsole(Console):
     def start(self, service):
         self._browser.call("open", url=service.base_url.removesuffix("/api/v1") + "/app/")
         self._has_page = True
-        wait_until("the console speaks", lambda: self._tree() is not None, 60,
-                   lambda: "\n".join(self._browser.call("said")))
+        self.wait_for_words()
+
+    def wait_for_words(self):
+        """The page has been loaded; returns when the program is up in it."""
+        wait_until("the console speaks", lambda: self._tree() is not None, 60, self.output)
 
     def stop(self):
         if self._has_page:
             self._has_page = False
             self._browser.call("leave")
-
-    def take_over(self):
-        """The page that was taken is the console's from now on. Whether it says something yet."""
-        self._has_page = True
-        return self._tree() is not None
 
     def running(self):
         return self._has_page

@@ -24,6 +24,18 @@ PUSH_SERVICE = """(() => {
 })()"""
 
 
+# In place of what only a real finger may ask a browser for: the page is opened from outside, and the
+# service worker gets it as it would.
+OPENING = """Clients.prototype.openWindow = async (url) => {
+    self.askedToOpen = url;
+    for (;;) {
+        const [client] = await self.clients.matchAll({ type: 'window', includeUncontrolled: true });
+        if (client?.url.startsWith(url)) { return client; }
+        await new Promise((resolve) => setTimeout(resolve, 20));
+    }
+}"""
+
+
 def run(console, service, browser):
     run_registration(console, service, browser)
     project = next(one for one in service.get("/projects")
@@ -82,7 +94,7 @@ def run_shown(console, service, browser, project):
 def tap(browser, tag):
     """What the browser does when a notification is tapped."""
     browser.call("inWorker", code=f"""self.registration.getNotifications({{ tag: '{tag}' }}).then(([one]) =>
-        self.dispatchEvent(new NotificationEvent('notificationclick', {{ notification: one }})))""")
+        {{ self.dispatchEvent(new NotificationEvent('notificationclick', {{ notification: one }})); }})""")
 
 
 def run_tapped(console, service, browser, project):
@@ -100,8 +112,12 @@ def run_closed(console, service, browser, project):
     console.stop()
     deliver(console, service, browser, content(project, kind="dev_error", id="m2"))
     wait_until("it is shown", lambda: [one for one in notifications(browser) if one["tag"] == "m2"])
+    browser.call("inWorker", code=OPENING)
     tap(browser, "m2")
-    wait_until("a page opens", lambda: browser.call("takePage") and console.take_over())
+    wait_until("a page is asked for", lambda: browser.call("inWorker", code="self.askedToOpen"))
+    check_equal("the page that is asked for", browser.call("inWorker", code="self.askedToOpen"),
+                service.base_url.removesuffix("/api/v1") + "/app/")
+    console.start(service)
     console.wait_for("the project is open on its logs", lambda seen: seen.has("heading", project["title"])
                      and workspace_chapter.selected_tab(seen) == ["Logs"], 60)
     check("it opens the console at the project's logs", True)

@@ -103,6 +103,7 @@ def run_offline(console, service, browser):
     browser.call("offline", on=True)
     try:
         browser.call("reload")
+        console.wait_for_words()
         console.wait_for("the program starts from what the service worker keeps",
                          lambda seen: seen.shows("The server could not be reached."), 60)
         check("it says that the service can't be reached", True)

@@ -97,12 +97,6 @@ const calls = {
     async leave() {
         await page.goto('about:blank');
     },
-    // The one page that a service worker has opened.
-    async takePage() {
-        watch(context.pages().at(-1));
-        await page.bringToFront();
-        return context.pages().length;
-    },
     look,
     busy,
     act: ({ id }) => page.evaluate((wanted) => {

@@ -114,7 +114,8 @@ self.addEventListener('notificationclick', (event) => {
     event.notification.close();
     event.waitUntil((async () => {
         const [open] = await windows();
-        const client = open ? await open.focus() : await self.clients.openWindow(home);
+        // Not every system lets a page come to the front; it is told nevertheless.
+        const client = open ? await open.focus().catch(() => open) : await self.clients.openWindow(home);
         client?.postMessage({ opened: event.notification.data.content });
         await showBadge();
     })());
