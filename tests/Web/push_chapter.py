@@ -38,7 +38,7 @@ OPENING = """Clients.prototype.openWindow = async (url) => {
 
 def run(console, service, browser):
     run_registration(console, service, browser)
-    project = next(one for one in service.get("/projects")
+    project = next(one for one in service.get("/projects?status=awarded")
                    if workspace_chapter.projects_chapter.typeable(one))
     run_shown(console, service, browser, project)
     run_tapped(console, service, browser, project)
@@ -101,23 +101,32 @@ def run_tapped(console, service, browser, project):
     chapter("A message is tapped")
     dashboard_chapter.show_tab(console, "Settings")
     tap(browser, "m1")
-    console.wait_for("the project is open on its decisions", lambda seen: seen.has("heading", project["title"])
-                     and workspace_chapter.selected_tab(seen) == ["Decisions"])
-    check("it leads to the project's decisions", True)
+    dashboard_chapter.wait_for_tab(console, "Projects")
+    check("it leads to the projects", True)
     check_equal("the notification is gone", [one for one in notifications(browser) if one["tag"]], [])
+    workspace_chapter.projects_chapter.open_project(console, service, project)
+    deliver(console, service, browser, content(project, id="m2"))
+    wait_until("the next is shown", lambda: tagged(browser, "m2"))
+    tap(browser, "m2")
+    console.wait_for("the open project shows its decisions",
+                     lambda seen: workspace_chapter.selected_tab(seen) == ["Decisions"])
+    check("with the project open it leads to its decisions", True)
+
+
+def tagged(browser, tag):
+    return [one for one in notifications(browser) if one["tag"] == tag]
 
 
 def run_closed(console, service, browser, project):
     chapter("A message is tapped while no console is open")
     console.stop()
-    deliver(console, service, browser, content(project, kind="dev_error", id="m2"))
-    wait_until("it is shown", lambda: [one for one in notifications(browser) if one["tag"] == "m2"])
+    deliver(console, service, browser, content(project, kind="dev_error", id="m3"))
+    wait_until("it is shown", lambda: tagged(browser, "m3"))
     browser.call("inWorker", code=OPENING)
-    tap(browser, "m2")
+    tap(browser, "m3")
     wait_until("a page is asked for", lambda: browser.call("inWorker", code="self.askedToOpen"))
     check_equal("the page that is asked for", browser.call("inWorker", code="self.askedToOpen"),
                 service.base_url.removesuffix("/api/v1") + "/app/")
     console.start(service)
-    console.wait_for("the project is open on its logs", lambda seen: seen.has("heading", project["title"])
-                     and workspace_chapter.selected_tab(seen) == ["Logs"], 60)
-    check("it opens the console at the project's logs", True)
+    dashboard_chapter.wait_for_tab(console, "Projects")
+    check("the console that opens for it shows the projects", True)
