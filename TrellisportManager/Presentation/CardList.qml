@@ -54,12 +54,14 @@ ListView {
         property: "parent"
         value: root.contentItem
         when: root.lead
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: root.lead
         property: "y"
         value: root.originY - (root.lead?.height ?? 0)
         when: root.lead
+        restoreMode: Binding.RestoreNone
     }
 
     CopyGesture {

@@ -30,11 +30,13 @@ Item {
         target: d.item
         property: "width"
         value: root.width
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: d.item
         property: "height"
         value: root.height
+        restoreMode: Binding.RestoreNone
     }
     QtObject {
         id: d

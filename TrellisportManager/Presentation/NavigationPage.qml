@@ -73,28 +73,33 @@ Rectangle {
         target: root.scrollArea
         property: "flickableDirection"
         value: Flickable.VerticalFlick
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: root.scrollArea
         property: "width"
         value: holder.width
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: root.scrollArea
         property: "height"
         value: holder.height
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: root.scrollArea
         property: "activeFocusOnTab"
         value: keys.takesTab
         when: root.scrolledByKeys
+        restoreMode: Binding.RestoreNone
     }
     Binding {
         target: root.header
         property: "y"
         value: root.scrollArea.originY - (root.header?.height ?? 0)
         when: root.header
+        restoreMode: Binding.RestoreNone
     }
     ScrollKeys {
         id: keys

@@ -46,5 +46,6 @@ PressableControl {
         target: root.contentItem
         property: "opacity"
         value: root.down ? 0.5 : 1
+        restoreMode: Binding.RestoreNone
     }
 }

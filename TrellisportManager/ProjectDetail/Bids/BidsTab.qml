@@ -24,5 +24,6 @@ ListScreen {
         target: root.viewModel
         property: "project"
         value: root.project
+        restoreMode: Binding.RestoreNone
     }
 }
