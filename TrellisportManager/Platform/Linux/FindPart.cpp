@@ -39,8 +39,9 @@ bool mayBeginWithinStretch(const char *stretch, std::string_view part)
     const char *ends = stretch + part.size() - 1;
     unsigned char found = 0;
     for (std::size_t i = 0; i < stretchSize; ++i) {
-        found |=
-            static_cast<unsigned char>((stretch[i] == part.front()) & (ends[i] == part.back()));
+        const auto begins = static_cast<unsigned char>(stretch[i] == part.front());
+        const auto ended = static_cast<unsigned char>(ends[i] == part.back());
+        found |= static_cast<unsigned char>(begins & ended);
     }
     return found != 0;
 }
