@@ -77,10 +77,21 @@ public:
         if (request.path.starts_with("/control/fault")) {
             return; // an ordered fault is no fault
         }
-        check(request, m_service.handle(request));
+        const ServiceReply reply = m_service.handle(request);
+        endTrouble();
+        check(request, reply);
     }
 
 private:
+    /// Nor is trouble that was ordered.
+    void endTrouble()
+    {
+        ServiceRequest request;
+        request.method = "POST";
+        request.path = "/control/trouble";
+        request.query.emplace("one_of", "0");
+        must(m_service.handle(request).status == 200, "trouble can be ended");
+    }
     template <typename T>
     T read(const std::string &path)
     {

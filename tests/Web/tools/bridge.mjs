@@ -161,8 +161,9 @@ const calls = {
     // What the browser's developers can ask of it.
     protocol: async ({ method, parameters }) => (await session()).send(method, parameters ?? {}),
     async inWorker({ code }) {
-        const [first] = context.serviceWorkers();
-        return (first ?? await context.waitForEvent('serviceworker')).evaluate(code);
+        // The browser stops and starts it as it likes; the last is the one that runs.
+        const running = context.serviceWorkers().at(-1);
+        return (running ?? await context.waitForEvent('serviceworker')).evaluate(code);
     },
     async stop() {
         await context?.close();
