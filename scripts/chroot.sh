@@ -5,9 +5,13 @@ chroots=${XDG_CACHE_HOME:-$HOME/.cache}/trellisport-manager/debian-12
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
 
-# base_system: makes $chroots/base, a Debian without anything else, unless it is there.
+# base_system: makes $chroots/base, a Debian without anything else, unless it is there; what is there
+# gets Debian's updates once a day.
 base_system() {
-    [ -e "$chroots/base.done" ] && return
+    if [ -e "$chroots/base.done" ]; then
+        [ -z "$(find "$chroots/base.done" -mmin +1440)" ] || renew_base
+        return
+    fi
     command -v debootstrap >/dev/null || fail "debootstrap is missing."
     echo "Making a bare Debian 12 in $chroots (once)..."
     mkdir -p "$chroots"
@@ -27,11 +31,42 @@ base_system() {
     touch "$chroots/base.done"
 }
 
+# Without a network what is there does as well, and the next run tries again.
+renew_base() {
+    {
+        inside "$chroots/base" apt-get update -q -o APT::Update::Error-Mode=any &&
+            inside "$chroots/base" env DEBIAN_FRONTEND=noninteractive apt-get upgrade -q -y &&
+            inside "$chroots/base" apt-get clean && touch "$chroots/base.done"
+    } >"$chroots/base.log" 2>&1 ||
+        echo "Debian's updates could not be fetched; going on without them ($chroots/base.log)."
+}
+
 # copy_of_base FOLDER: a new copy of the bare system.
 copy_of_base() {
     base_system
     "${as_root[@]}" rm -rf "$1"
     "${as_root[@]}" cp -a --reflink=auto "$chroots/base" "$1"
+}
+
+# system_with NAME SECTION PREPARATION...: $chroots/NAME is a Debian with that section of
+# packages.txt, made anew when the section has changed. The preparation is a command for inside, run
+# before the packages are installed.
+system_with() {
+    local name=$1 wanted
+    local root=$chroots/$name
+    wanted=$(packages_of "$2")
+    shift 2
+    [ "$(cat "$root.done" 2>/dev/null)" != "$wanted" ] || return 0
+    rm -f "$root.done"
+    copy_of_base "$root"
+    echo "Installing what $name needs (once)..."
+    {
+        inside "$root" "$@" && inside "$root" apt-get update -q &&
+            # shellcheck disable=SC2086
+            install_inside "$root" $wanted
+    } >"$root.log" 2>&1 ||
+        fail "the packages could not be installed; the details are in $root.log."
+    echo "$wanted" >"$root.done"
 }
 
 # inside ROOT [--bind FOLDER]... COMMAND...: runs the command there; a bound folder is seen under its
