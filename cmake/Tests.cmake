@@ -20,13 +20,18 @@ function(trellisport_add_test name)
         PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
 
-# trellisport_add_qml_test(NAME SOURCES file... LINK target...)
+# trellisport_add_qml_test(NAME SOURCES file... LINK target... [SCREEN file])
 # Tests that draw, without a display: the program has a QGuiApplication (tests/QmlSupport).
+# SCREEN: describes the screen for the toolkit; it is a desktop's otherwise.
 function(trellisport_add_qml_test name)
-    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    cmake_parse_arguments(arg "" "SCREEN" "SOURCES;LINK" ${ARGN})
+    set(platform offscreen)
+    if(arg_SCREEN)
+        set(platform "offscreen:configfile=${CMAKE_CURRENT_SOURCE_DIR}/${arg_SCREEN}")
+    endif()
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE
         trellisport_warnings trellisport_qml_test_support trellisport_test_fakes ${arg_LINK})
     gtest_discover_tests(${name} TEST_PREFIX ${name}. DISCOVERY_TIMEOUT 60
-        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+        PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=${platform};LC_ALL=C.UTF-8")
 endfunction()

@@ -6,21 +6,66 @@ Window {
     id: root
 
     required property string problem
+    required property bool hasFrame
 
     width: 390
     height: 300
     minimumWidth: 320
-    minimumHeight: 200
+    minimumHeight: 96
+    flags: hasFrame ? Qt.Window : Qt.Window | Qt.FramelessWindowHint
     title: "TrellisportManager"
     color: Colors.background
     visible: true
 
-    StyledText {
-        objectName: "problem"
-        anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Metrics.inset, Metrics.readableWidth)
-        horizontalAlignment: Text.AlignHCenter
-        text: root.problem
-        Accessible.role: Accessible.AlertMessage
+    Item {
+        anchors.fill: parent
+        anchors.topMargin: SafeArea.top
+        anchors.bottomMargin: SafeArea.bottom
+        anchors.leftMargin: SafeArea.left
+        anchors.rightMargin: SafeArea.right
+        focus: true
+        Keys.forwardTo: [keys]
+
+        Flickable {
+            id: area
+
+            objectName: "problemScroll"
+            anchors.fill: parent
+            contentWidth: width
+            contentHeight: Math.max(height, text.height + 2 * Metrics.inset)
+            boundsBehavior: Flickable.StopAtBounds
+            activeFocusOnTab: keys.takesTab
+
+            StyledText {
+                id: text
+
+                objectName: "problem"
+                x: Math.round((area.width - width) / 2)
+                y: Math.round((area.contentHeight - height) / 2)
+                width: Math.min(area.width - 2 * Metrics.inset, Metrics.readableWidth)
+                horizontalAlignment: Text.AlignHCenter
+                text: root.problem
+                Accessible.role: Accessible.AlertMessage
+            }
+        }
+        ScrollKeys {
+            id: keys
+
+            anchors.fill: parent
+            scrollArea: area
+        }
+        ScrollMark {
+            objectName: "scrollMark"
+            x: parent.width - width
+            height: parent.height
+            orientation: Qt.Vertical
+            size: area.visibleArea.heightRatio
+            position: area.visibleArea.yPosition
+            active: area.movingVertically
+            onPositionChanged: {
+                if (pressed)
+                    keys.scrollTo(keys.topY + position * area.height / size);
+            }
+        }
     }
 }

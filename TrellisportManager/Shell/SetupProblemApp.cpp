@@ -1,5 +1,7 @@
 #include "Shell/SetupProblemApp.h"
 
+#include "Shell/ContentViewModel.h"
+
 #include <QWindow>
 
 #include <utility>
@@ -16,7 +18,8 @@ bool SetupProblemApp::showWindow()
     if (!m_engine) {
         m_engine = std::make_unique<QQmlApplicationEngine>();
         m_engine->setInitialProperties(
-            {{QStringLiteral("problem"), QString::fromStdString(m_problem)}});
+            {{QStringLiteral("problem"), QString::fromStdString(m_problem)},
+             {QStringLiteral("hasFrame"), ContentViewModel::hasFrame()}});
         m_engine->addImportPath(QStringLiteral(":/qt/qml"));
         m_engine->load(
             QUrl(QStringLiteral("qrc:/qt/qml/TrellisportManager/Shell/ProblemWindow.qml")));

@@ -43,6 +43,13 @@ TEST(SetupProblemApp, ItsWindowCanBeClosedAndShownAgain)
     EXPECT_NE(shownWindow(), nullptr);
 }
 
+TEST(SetupProblemApp, ItsWindowHasAFrameOnADesktop)
+{
+    SetupProblemApp app("So and so.");
+    ASSERT_TRUE(app.showWindow());
+    EXPECT_FALSE(shownWindow()->flags().testFlag(Qt::FramelessWindowHint));
+}
+
 TEST(SetupProblemApp, LetsTheProgramRun)
 {
     SetupProblemApp app("So and so.");
