@@ -105,12 +105,19 @@ def run_tapped(console, service, browser, project):
     check("it leads to the projects", True)
     check_equal("the notification is gone", [one for one in notifications(browser) if one["tag"]], [])
     workspace_chapter.projects_chapter.open_project(console, service, project)
-    deliver(console, service, browser, content(project, id="m2"))
+    # The first tap's tab still waits, since no project was open; the same once more changes nothing.
+    deliver(console, service, browser, content(project, kind="dev_error", id="m2"))
     wait_until("the next is shown", lambda: tagged(browser, "m2"))
     tap(browser, "m2")
+    console.wait_for("the open project shows its logs",
+                     lambda seen: workspace_chapter.selected_tab(seen) == ["Logs"])
+    check("with the project open it leads to its logs", True)
+    deliver(console, service, browser, content(project, id="m4"))
+    wait_until("one more is shown", lambda: tagged(browser, "m4"))
+    tap(browser, "m4")
     console.wait_for("the open project shows its decisions",
                      lambda seen: workspace_chapter.selected_tab(seen) == ["Decisions"])
-    check("with the project open it leads to its decisions", True)
+    check("and then to its decisions", True)
 
 
 def tagged(browser, tag):
