@@ -5,7 +5,7 @@ GalleryPage {
     title: "Bars and pages"
 
     Specimen {
-        caption: "TitleBar: at the root, pushed, under a large title, with a long title"
+        caption: "TitleBar: at the root, pushed, while a large title goes under it, with a long title"
 
         TitleBar {
             width: parent.width
@@ -19,7 +19,7 @@ GalleryPage {
         TitleBar {
             width: parent.width
             title: "Dashboard"
-            headlineOpacity: 0
+            headlineOpacity: 0.5
             separated: false
         }
         TitleBar {
@@ -75,6 +75,86 @@ GalleryPage {
                         height: 60
                     }
                 }
+            }
+        }
+    }
+    Specimen {
+        caption: "PullToRefresh: half pulled, reloading"
+
+        Row {
+            width: parent.width
+            spacing: 8
+
+            Item {
+                width: (parent.width - 8) / 2
+                height: 100
+
+                Flickable {
+                    id: pulled
+
+                    anchors.fill: parent
+                    contentWidth: width
+                    contentHeight: height
+                    clip: true
+                    // As a finger would hold it.
+                    Component.onCompleted: contentY = -Metrics.refreshThreshold / 2
+
+                    Surface {
+                        width: parent.width
+                        height: 100
+                    }
+                }
+                PullToRefresh {
+                    flickable: pulled
+                    contentTop: 0
+                }
+            }
+            Item {
+                width: (parent.width - 8) / 2
+                height: 100
+
+                Flickable {
+                    id: reloading
+
+                    anchors.fill: parent
+                    contentWidth: width
+                    contentHeight: height
+                    topMargin: Metrics.refreshRestHeight
+                    contentY: -topMargin
+                    clip: true
+
+                    Surface {
+                        width: parent.width
+                        height: 100
+                    }
+                }
+                PullToRefresh {
+                    flickable: reloading
+                    contentTop: 0
+                    refreshing: true
+                }
+            }
+        }
+    }
+    Specimen {
+        caption: "ScrollMark: while it is scrolled, dragged by a pointer"
+
+        Row {
+            spacing: 40
+
+            ScrollMark {
+                height: 80
+                orientation: Qt.Vertical
+                size: 0.4
+                position: 0.3
+                active: true
+            }
+            ScrollMark {
+                height: 80
+                orientation: Qt.Vertical
+                size: 0.4
+                position: 0.3
+                pressed: true
             }
         }
     }

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import TrellisportManager.Presentation
 
 GalleryPage {
@@ -19,16 +20,16 @@ GalleryPage {
         }
     }
     Specimen {
-        caption: "CardGround: whole, and in three pieces"
+        caption: "CardGround"
 
         CardGround {
             width: parent.width
             height: 32
         }
-        Item {
-            width: 1
-            height: 8
-        }
+    }
+    Specimen {
+        caption: "CardGround in three pieces"
+
         CardGround {
             width: parent.width
             height: 24
@@ -47,60 +48,101 @@ GalleryPage {
         }
     }
     Specimen {
-        caption: "CardRow: titled, plain, in two pieces"
+        caption: "CardRow in a CardList: titled, plain, in two pieces"
 
-        CardRow {
+        CardList {
+            id: cards
+
             width: parent.width
-            index: 0
-            first: true
-            last: true
-            titled: true
-            title: "Titled"
-            contentHeight: 15
+            height: contentHeight
+            topMargin: 0
+            bottomMargin: 0
+            interactive: false
+            model: [
+                {
+                    "first": true,
+                    "last": true,
+                    "heading": "Titled",
+                    "words": "A card with a title."
+                },
+                {
+                    "first": true,
+                    "last": true,
+                    "heading": "",
+                    "words": "A card without one."
+                },
+                {
+                    "first": true,
+                    "last": false,
+                    "heading": "",
+                    "words": "The first piece of a long card,"
+                },
+                {
+                    "first": false,
+                    "last": true,
+                    "heading": "",
+                    "words": "and its last."
+                }
+            ]
+            delegate: CardRow {
+                id: row
 
-            StyledText {
-                width: parent.width
-                text: "A card with a title."
-                textStyle: Typography.Caption
+                required property var modelData
+
+                first: modelData.first
+                last: modelData.last
+                titled: modelData.heading.length > 0
+                title: modelData.heading
+                contentHeight: text.height
+
+                StyledText {
+                    id: text
+
+                    width: parent.width
+                    text: row.modelData.words
+                    textStyle: Typography.Caption
+                }
             }
         }
-        CardRow {
-            width: parent.width
-            index: 1
-            first: true
-            last: true
-            contentHeight: 15
+    }
+    Specimen {
+        caption: "CopyKeys: the frame around the card whose text is offered"
 
-            StyledText {
+        Item {
+            width: parent.width
+            height: 48
+
+            CardGround {
+                anchors.fill: parent
+            }
+            CopyKeys {
                 width: parent.width
-                text: "A card without one."
-                textStyle: Typography.Caption
+                height: parent.height
+                // Seen here without the menu that it goes with.
+                visible: true
+                cards: ListView {}
+                copying: CopyGesture {
+                    area: Item {}
+                }
             }
         }
-        CardRow {
-            width: parent.width
-            index: 2
-            first: true
-            last: false
-            contentHeight: 15
+    }
+    Specimen {
+        caption: "CopyMenu"
 
-            StyledText {
-                width: parent.width
-                text: "The first piece of a long card,"
-                textStyle: Typography.Caption
-            }
-        }
-        CardRow {
-            width: parent.width
-            index: 3
-            first: false
-            last: true
-            contentHeight: 15
+        Item {
+            id: menuPlace
 
-            StyledText {
-                width: parent.width
-                text: "and its last."
-                textStyle: Typography.Caption
+            width: 80
+            height: Metrics.touchTarget
+
+            CopyMenu {
+                visible: true
+                focus: false
+                margins: -1
+                closePolicy: T.Popup.NoAutoClose
+                text: "A text to be copied"
+                onOpened: contentItem.focus = false
             }
         }
     }

@@ -30,6 +30,9 @@ Window {
             ControlsPage {
                 width: root.width
             }
+            KeyboardPage {
+                width: root.width
+            }
             RowsPage {
                 width: root.width
             }

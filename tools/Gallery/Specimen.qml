@@ -1,12 +1,14 @@
 import QtQuick
 import TrellisportManager.Presentation
 
-// One piece in one state, under a line that says what it is.
+// Pieces in one state or in several, under a line that says what it is.
 Column {
     id: root
 
     required property string caption
     default property alias piece: place.data
+    // Drawn with this having the keyboard, which one thing at a time can have.
+    property Item keyboardAt: null
 
     width: parent?.width ?? 0
     spacing: 6
@@ -20,6 +22,7 @@ Column {
     Column {
         id: place
 
+        objectName: "specimenPlace"
         width: parent.width
     }
 }

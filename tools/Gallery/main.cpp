@@ -1,7 +1,10 @@
+#include "EmptySpecimens.h"
+
 #include <QCommandLineParser>
 #include <QDir>
 #include <QGuiApplication>
 #include <QImage>
+#include <QPainter>
 #include <QQmlApplicationEngine>
 #include <QQmlComponent>
 #include <QQuickItem>
@@ -13,6 +16,8 @@
 
 Q_IMPORT_QML_PLUGIN(TrellisportManager_PresentationPlugin)
 Q_IMPORT_QML_PLUGIN(TrellisportGalleryPlugin)
+
+namespace gallery = trellisport::gallery;
 
 namespace {
 
@@ -27,13 +32,30 @@ int fail(const QString &sentence)
     return 1;
 }
 
+/// Draws what is to have the keyboard again while it has it.
+void drawFocused(QQuickWindow &window, const QQuickItem &page, QImage &picture)
+{
+    for (QQuickItem *place : gallery::places(page)) {
+        auto *focused = place->parentItem()->property("keyboardAt").value<QQuickItem *>();
+        if (focused != nullptr) {
+            focused->forceActiveFocus(Qt::TabFocusReason);
+            const QImage seen = window.grabWindow();
+            const QRect part = gallery::partOf(picture, page, *place).marginsAdded({8, 8, 8, 8});
+            QPainter painter(&picture);
+            painter.drawImage(part.topLeft() / picture.devicePixelRatio(), seen.copy(part));
+            focused->setFocus(false);
+        }
+    }
+}
+
 /// Draws each page, as high as it is, into a file of its own.
 int draw(QQmlEngine &engine, const QDir &folder)
 {
     if (!folder.mkpath(QStringLiteral("."))) {
         return fail(QStringLiteral("%1 can't be made.").arg(folder.path()));
     }
-    for (const char *name : {"Colors", "Text", "Controls", "Rows", "Cards", "Bars"}) {
+    QStringList problems;
+    for (const char *name : {"Colors", "Text", "Controls", "Keyboard", "Rows", "Cards", "Bars"}) {
         const QString page = QLatin1String(name);
         QQmlComponent component(&engine, source(page + QStringLiteral("Page")));
         const std::unique_ptr<QObject> made(component.create());
@@ -46,17 +68,23 @@ int draw(QQmlEngine &engine, const QDir &folder)
         item->setWidth(item->implicitWidth());
         window.resize(static_cast<int>(item->width()), 1);
         window.show();
+        window.requestActivate();
         // The first picture lays the columns out; only then is it known how high they are.
         (void)window.grabWindow();
         item->setHeight(item->implicitHeight());
         window.resize(static_cast<int>(item->width()), static_cast<int>(item->height()));
+        QImage picture = window.grabWindow();
+        drawFocused(window, *item, picture);
+        for (const QString &empty : gallery::emptySpecimens(*item, picture)) {
+            problems << QStringLiteral("%1: %2").arg(page, empty);
+        }
         const QString file = folder.filePath(page.toLower() + QStringLiteral(".png"));
-        if (!window.grabWindow().save(file)) {
+        if (!picture.save(file)) {
             return fail(QStringLiteral("%1 could not be written.").arg(file));
         }
         item->setParentItem(nullptr);
     }
-    return 0;
+    return problems.isEmpty() ? 0 : fail(problems.join(u'\n'));
 }
 
 } // namespace
