@@ -2,11 +2,15 @@
 #include "AllScreens.h"
 #include "Geometry.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QQmlProperty>
+#include <QTest>
 #include <QtQml/qqml.h>
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <string>
 
 namespace trellisport::test {
@@ -90,6 +94,53 @@ TEST_F(Accessibility, EverythingSeenIsToldWhileLoading)
         expectAllTold(std::to_string(tab));
         EXPECT_THAT(named(QAccessible::ProgressBar), Contains(u"Loading"));
     }
+}
+
+TEST_F(Accessibility, EverythingSeenIsToldWhileAProjectIsLoading)
+{
+    fill();
+    show();
+    showTab(1);
+    settle();
+    session->hold();
+    openProject();
+    (void)scene->picture();
+    EXPECT_THAT(untold(scene->window(), scene->root()), IsEmpty());
+    node(QAccessible::Button, "Projects");
+    EXPECT_THAT(named(QAccessible::ProgressBar), Contains(u"Loading"));
+}
+
+TEST_F(Accessibility, EverythingSeenIsToldWhileAProjectsListsAreLoading)
+{
+    fill();
+    show();
+    openTab(0);
+    session->hold();
+    constexpr std::array loadingTabs{2, 3, 4, 5, 6, 7};
+    for (const int tab : loadingTabs) {
+        showWorkspaceTab(tab);
+        (void)scene->picture();
+        expectAllTold(std::to_string(tab));
+        EXPECT_THAT(named(QAccessible::ProgressBar), Contains(u"Loading")) << tab;
+    }
+}
+
+TEST_F(Accessibility, TheMenuForCopyingIsToldAndCanBePressed)
+{
+    fill();
+    show();
+    openTab(5);
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    const QQuickItem *text = scene->text(QStringLiteral("npm run build -- --production"));
+    QTest::mouseClick(&scene->window(), Qt::RightButton, Qt::NoModifier,
+                      sceneRect(text).center().toPoint());
+    ASSERT_TRUE(
+        eventually([&] { return named(QAccessible::Button).contains(QStringLiteral("Copy")); }));
+    (void)scene->picture();
+    EXPECT_THAT(untold(scene->window(), scene->window().contentItem()), IsEmpty());
+    EXPECT_TRUE(node(QAccessible::Button, "Copy").state.focused);
+    act(node(QAccessible::Button, "Copy"), press);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), textOf(text));
 }
 
 TEST_F(Accessibility, WhatIsNotToldIsNoticed)
