@@ -3,7 +3,21 @@
 import dashboard_chapter
 import projects_chapter
 import workspace_chapter
-from harness.checks import chapter, check
+from harness.checks import chapter, check, check_equal
+
+# Without its font each of its characters is a square, and they need two lines.
+DEVANAGARI = "NotoSansDevanagari-Regular"
+LINE = 25
+
+
+def check_fonts(console, service, browser):
+    """What the console's own fonts lack is fetched, once it is shown."""
+    title = next(one["title"] for one in service.get("/projects") if "\u0930" in one["title"])
+    console.wait_for("a title in another script is drawn with its font",
+                     lambda seen: any(one.name == title and one.height < LINE
+                                      for one in seen.seen()))
+    asked = [address for _, address in browser.call("requests") if DEVANAGARI in address]
+    check_equal("how often its font was asked for in one visit", len(asked), 1)
 
 
 def run(console, service, browser, folder):
@@ -26,6 +40,7 @@ def run(console, service, browser, folder):
     take("settings")
     dashboard_chapter.show_tab(console, "Projects")
     console.wait_for("the projects are there", projects_chapter.headers)
+    check_fonts(console, service, browser)
     take("projects")
     project = next(one for one in service.get("/projects?status=awarded")
                    if projects_chapter.typeable(one))

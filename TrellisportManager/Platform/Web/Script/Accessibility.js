@@ -84,10 +84,12 @@ addToLibrary({
         document.getElementById('spoken').ariaBusy = 'true';
     },
 
-    trellisport_speak__deps: ['$spokenElements', '$speakNode', '$textAt'],
+    trellisport_speak__deps: ['$spokenElements', '$speakNode', '$fetchFontsFor', '$textAt'],
     trellisport_speak: (json, size) => {
         const holder = document.getElementById('spoken');
-        const { root, focus } = JSON.parse(textAt(json, size));
+        const text = textAt(json, size);
+        fetchFontsFor(text);
+        const { root, focus } = JSON.parse(text);
         const seen = new Set();
         const element = speakNode(root, seen);
         if (holder.firstChild !== element) {

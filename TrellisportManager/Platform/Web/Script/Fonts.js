@@ -1,0 +1,39 @@
+// Fonts for what the built-in ones lack, each fetched when the first of its characters is shown.
+addToLibrary({
+    // Those that the page offers and that have not been asked for, or false before the first look.
+    $offeredFonts: { waiting: null },
+
+    $fontsOnOffer__deps: ['$offeredFonts'],
+    $fontsOnOffer: () => {
+        offeredFonts.waiting ??= JSON.parse(document.getElementById('screen').dataset.fonts ?? '[]')
+            .map((font) => ({ ...font, characters: new RegExp(font.characters, 'u') }));
+        return offeredFonts.waiting;
+    },
+
+    // The families' names, a line each.
+    trellisport_font_families__deps: ['$fontsOnOffer', '$giveText'],
+    trellisport_font_families: () => giveText(fontsOnOffer().map(({ family }) => family).join('\n')),
+
+    // What can't be had now is asked for again with the next text.
+    $fetchFontsFor__deps: ['$fontsOnOffer', '$offeredFonts'],
+    $fetchFontsFor: (text) => {
+        const wanted = fontsOnOffer().filter(({ characters }) => characters.test(text));
+        if (wanted.length > 0) {
+            offeredFonts.waiting = fontsOnOffer().filter((font) => !wanted.includes(font));
+        }
+        wanted.forEach(async (font) => {
+            try {
+                const response = await fetch(font.file, { referrerPolicy: 'no-referrer' });
+                if (!response.ok) {
+                    throw new Error(String(response.status));
+                }
+                const content = new Uint8Array(await response.arrayBuffer());
+                const memory = _trellisport_font_memory(content.length);
+                HEAPU8.set(content, memory);
+                _trellisport_font();
+            } catch {
+                offeredFonts.waiting.push(font);
+            }
+        });
+    },
+});
