@@ -1,6 +1,6 @@
 """The manual page can be set, and names every option and variable.
 
-    manual_page.py PAGE PROGRAM
+    manual_page.py PAGE PROGRAM DOCUMENT...
 """
 
 import os
@@ -8,8 +8,10 @@ import re
 import subprocess
 import sys
 import unittest
+from pathlib import Path
 
-PAGE, PROGRAM = sys.argv[1:]
+PAGE, PROGRAM, *DOCUMENTS = sys.argv[1:]
+VARIABLE = r"\b(?:TRELLISPORT|UNIFIEDPUSH)_[A-Z_]+"
 
 
 class ManualPage(unittest.TestCase):
@@ -22,13 +24,23 @@ class ManualPage(unittest.TestCase):
     def test_is_set_without_a_warning(self):
         self.assertEqual((self.set_page.returncode, self.set_page.stderr), (0, ""))
 
+    def lacking(self, words):
+        page = self.set_page.stdout.replace("\u2010", "-")
+        return [word for word in sorted(words) if word not in page]
+
+    def test_names_every_variable_that_the_documents_name(self):
+        words = set()
+        for document in DOCUMENTS:
+            words |= set(re.findall(VARIABLE, Path(document).read_text(encoding="utf-8")))
+        self.assertIn("TRELLISPORT_TEXT_SCALE", words)
+        self.assertEqual(self.lacking(words), [])
+
     def test_names_what_the_program_says_of_itself(self):
         said = subprocess.run([PROGRAM, "--help"], text=True, capture_output=True,
                               check=True).stdout
-        words = set(re.findall(r"--(?!help-all)[a-z-]+|TRELLISPORT_[A-Z_]+", said))
+        words = set(re.findall(rf"--(?!help-all)[a-z-]+|{VARIABLE}", said))
         self.assertIn("TRELLISPORT_BASE_URL", words)
-        page = self.set_page.stdout.replace("\u2010", "-")
-        self.assertEqual([word for word in sorted(words) if word not in page], [])
+        self.assertEqual(self.lacking(words), [])
 
 
 if __name__ == "__main__":
