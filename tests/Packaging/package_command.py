@@ -5,6 +5,7 @@ are played.
 """
 
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -116,6 +117,12 @@ class PackageCommand(unittest.TestCase):
         self.assertEqual(self.package("--native").returncode, 0)
         self.assertEqual(self.packages(), ["trellisport-manager_1.0_arm64.deb",
                                            "trellisport-manager_2.0_amd64.deb"])
+
+    def test_the_readme_names_the_tests_that_run_under_emulation(self):
+        said = (ROOT / "README.md").read_text(encoding="utf-8")
+        command = (ROOT / "package").read_text(encoding="utf-8")
+        emulated = re.search(r"^emulated=\(([^)]*)\)", command, re.MULTILINE)[1].split()
+        self.assertEqual(re.findall(r"`(\w+_tests)`", said), emulated)
 
     def test_a_root_is_made_once(self):
         done, _ = self.chroot_script("system_with cross cross dpkg --add-architecture arm64")
