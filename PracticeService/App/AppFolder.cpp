@@ -72,9 +72,10 @@ private:
     int m_number;
 };
 
-/// Calls found(name, path, state) for each file to offer; what can't be read is not there.
+/// Calls found(name, path, state) for each file to offer; a file that can't be read is not there.
+/// Whether the folder was there and could be read to its end.
 template <typename Found>
-void walk(const fs::path &folder, Found found)
+bool walk(const fs::path &folder, Found found)
 {
     std::error_code error;
     for (fs::recursive_directory_iterator entry(folder, error), end; !error && entry != end;
@@ -87,6 +88,7 @@ void walk(const fs::path &folder, Found found)
         else if (S_ISREG(state.st_mode))
             found(path.lexically_relative(folder).generic_string(), path, state);
     }
+    return !error;
 }
 
 } // namespace
@@ -124,29 +126,32 @@ void AppFolder::refresh()
 {
     Files files;
     std::size_t bytes = 0;
-    walk(m_folder, [&](const std::string &name, const fs::path &path, const struct stat &seen) {
-        bytes += static_cast<std::size_t>(seen.st_size);
-        if (bytes > mostBytes || files.size() == mostFiles) {
-            throw AppFolderError("The folder " + m_folder.string() +
-                                 " holds more than a console's files.");
-        }
-        if (const auto known = m_files.find(name);
-            known != m_files.end() && isSame(known->second.state, seen)) {
-            files.emplace(name, known->second);
-            return;
-        }
-        const Descriptor file(path);
-        const auto state = file.state();
-        auto content = state && state->st_size <= seen.st_size
-                           ? file.read(static_cast<std::size_t>(state->st_size))
-                           : std::nullopt;
-        if (!content) // it is just being written; the next one who asks gets it
-            return;
-        auto shared = std::make_shared<const std::string>(*std::move(content));
-        std::string tag = entityTagOf(*shared);
-        files.emplace(name, Stored{*state, {std::move(shared), std::move(tag)}});
-    });
-    m_files = std::move(files);
+    const bool isWhole =
+        walk(m_folder, [&](const std::string &name, const fs::path &path, const struct stat &seen) {
+            bytes += static_cast<std::size_t>(seen.st_size);
+            if (bytes > mostBytes || files.size() == mostFiles) {
+                throw AppFolderError("The folder " + m_folder.string() +
+                                     " holds more than a console's files.");
+            }
+            if (const auto known = m_files.find(name);
+                known != m_files.end() && isSame(known->second.state, seen)) {
+                files.emplace(name, known->second);
+                return;
+            }
+            const Descriptor file(path);
+            const auto state = file.state();
+            auto content = state && state->st_size <= seen.st_size
+                               ? file.read(static_cast<std::size_t>(state->st_size))
+                               : std::nullopt;
+            if (!content) // it is just being written; the next one who asks gets it
+                return;
+            auto shared = std::make_shared<const std::string>(*std::move(content));
+            std::string tag = entityTagOf(*shared);
+            files.emplace(name, Stored{*state, {std::move(shared), std::move(tag)}});
+        });
+    // A folder that is just being replaced is away for a moment.
+    if (isWhole)
+        m_files = std::move(files);
 }
 
 } // namespace trellisport::practice

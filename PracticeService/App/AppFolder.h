@@ -21,7 +21,8 @@ public:
 
 /// The files of the console for browsers, held in memory. Only what was found in the folder can be
 /// asked for: regular files in it and in its folders, no symbolic links, nothing whose name begins
-/// with a dot. What has changed in the folder is read again before the next file is given.
+/// with a dot. What has changed in the folder is read again before the next file is given; while
+/// the folder is away, the files are those that it held.
 class AppFolder {
 public:
     /// More than that is no console.

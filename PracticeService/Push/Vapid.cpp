@@ -13,6 +13,7 @@
 #include <openssl/pem.h>
 
 #include <memory>
+#include <system_error>
 #include <utility>
 
 namespace trellisport::practice {
@@ -128,7 +129,11 @@ Vapid::Vapid(const std::filesystem::path &file, std::string contact)
     : m_contact(std::move(contact))
 {
     const platform::PrivateFile kept(QString::fromStdString(file.string()));
-    m_key = readKey(kept.read().value_or(QByteArray()));
+    const std::optional<QByteArray> text = kept.read();
+    std::error_code error;
+    if (!text && std::filesystem::exists(std::filesystem::symlink_status(file, error)))
+        throw VapidError("Cannot read " + file.string() + ".");
+    m_key = readKey(text.value_or(QByteArray()));
     QByteArray point = pointOf(m_key);
     if (point.isEmpty()) {
         m_key = makeKey(kept, file);

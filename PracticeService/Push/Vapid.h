@@ -26,8 +26,8 @@ public:
     static constexpr std::chrono::hours life{12};
 
     /// Takes the pair from the file, for the user alone; makes the file when there is none, or no
-    /// such pair in it. contact: an https address by which push services may reach whoever runs
-    /// this. Throws VapidError.
+    /// such pair in it; one that can't be read stays as it is, and is an error. contact: an https
+    /// address by which push services may reach whoever runs this. Throws VapidError.
     Vapid(const std::filesystem::path &file, std::string contact);
 
     /// The uncompressed point in base64url without padding, as browsers take it.

@@ -55,6 +55,22 @@ TEST_F(AppFolderTest, ALinkToTheFolderMayMoveOn)
     EXPECT_EQ(*folder.find("index.html")->plain.bytes, "on");
 }
 
+// As in the moment in which a new version takes the folder's place.
+TEST_F(AppFolderTest, WithoutTheFolderItsFilesStay)
+{
+    namespace fs = std::filesystem;
+    write("index.html", "page");
+    write("other", "text");
+    AppFolder folder(m_path);
+    fs::rename(m_path, m_path + ".away");
+    ASSERT_TRUE(folder.find("index.html"));
+    EXPECT_EQ(*folder.find("other")->plain.bytes, "text");
+    fs::rename(m_path + ".away", m_path);
+    fs::remove(m_path + "/other");
+    EXPECT_TRUE(folder.find("index.html"));
+    EXPECT_FALSE(folder.find("other")) << "what has gone from the folder";
+}
+
 TEST_F(AppFolderTest, TooManyFilesAreRefused)
 {
     write("index.html", "page");

@@ -166,6 +166,15 @@ TEST_F(VapidTest, WhatIsNoSuchPairIsReplaced)
     }
 }
 
+// With a new pair in its place every browser would have to subscribe again.
+TEST_F(VapidTest, AFileThatCanNotBeReadIsAnErrorAndStays)
+{
+    const QByteArray text(65'537, '#');
+    write(text);
+    EXPECT_THROW(vapid(), VapidError);
+    EXPECT_EQ(content(), text);
+}
+
 TEST_F(VapidTest, AFileThatCanNotBeWrittenIsAnError)
 {
     EXPECT_THROW(Vapid("/proc/self/push-key.pem", "https://a.test"), VapidError);
