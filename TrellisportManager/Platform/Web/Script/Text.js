@@ -11,14 +11,15 @@ addToLibrary({
     $textAt__deps: ['$languages'],
     $textAt: (bytes, size) => languages.decoder.decode(HEAPU8.subarray(bytes, bytes + size)),
 
-    // The text with letter case and spelling taken away. Capitals, because there the two letters that
-    // some small ones stand for show; but the dotless i is none of the others.
+    // The text with letter case and spelling taken away. Small letters first, for the few capitals that
+    // are none of their own small letters; then capitals, because there the two letters that some small
+    // ones stand for show. But the dotless i is none of the others.
     $folded__deps: ['$languages'],
     $folded: (text) => {
         const apart = text.normalize('NFD');
         const capitals = languages.isTurkic
-            ? apart.toLocaleUpperCase('tr')
-            : apart.split('\u0131').map((part) => part.toUpperCase()).join('\u0131');
+            ? apart.toLocaleLowerCase('tr').toLocaleUpperCase('tr')
+            : apart.split('\u0131').map((part) => part.toLowerCase().toUpperCase()).join('\u0131');
         return capitals.normalize('NFD');
     },
 
@@ -75,21 +76,41 @@ addToLibrary({
         giveText(textAt(text, size).toLowerCase());
     },
 
-    trellisport_capitalized__deps: ['$textAt', '$languages', '$giveText'],
+    // The letter as it begins a word.
+    $initial: (letter) => {
+        // Two letters in one have a third form for it; and of these two the second is the letter.
+        const own = { '\u01c4': '\u01c5', '\u01c7': '\u01c8', '\u01ca': '\u01cb', '\u01f1': '\u01f2',
+            '\u02bcN': '\u02bcN' };
+        if (/[\u10d0-\u10fa\u10fd-\u10ff]/.test(letter)) {
+            // Georgian has capitals for whole words only.
+            return letter;
+        }
+        const apart = letter.normalize('NFD');
+        if (apart.length > 1 && apart.endsWith('\u0345')) {
+            // The iota below stays there, where capitals alone have it beside them.
+            return (apart.slice(0, -1).toUpperCase() + '\u0345').normalize('NFC');
+        }
+        const capitals = letter.toUpperCase();
+        const [first] = capitals;
+        return own[capitals] ?? first + capitals.slice(first.length).toLowerCase();
+    },
+
+    trellisport_capitalized__deps: ['$textAt', '$languages', '$initial', '$giveText'],
     trellisport_capitalized: (text, size) => {
-        // The letters that are two in one have a third form for the beginning of a word.
-        const pairs = { '\u01c4': '\u01c5', '\u01c7': '\u01c8', '\u01ca': '\u01cb', '\u01f1': '\u01f2' };
-        const initial = (letter) => {
-            const capitals = Array.from(letter.toUpperCase());
-            return (pairs[capitals[0]] ?? capitals[0]) + capitals.slice(1).join('').toLowerCase();
-        };
+        const whole = textAt(text, size);
+        // All of it at once: what a sigma becomes depends on what stands around it.
+        const small = whole.toLowerCase();
         let result = '';
-        for (const { segment } of languages.words.segment(textAt(text, size))) {
+        let at = 0;
+        for (const { segment } of languages.words.segment(whole)) {
+            const end = at + segment.toLowerCase().length;
             const letter = segment.match(/\p{Cased}/u);
-            result += letter
-                ? segment.slice(0, letter.index) + initial(letter[0]) +
-                  segment.slice(letter.index + letter[0].length).toLowerCase()
-                : segment;
+            if (letter) {
+                result += small.slice(at, at + letter.index) + initial(letter[0]);
+                at += letter.index + letter[0].toLowerCase().length;
+            }
+            result += small.slice(at, end);
+            at = end;
         }
         giveText(result);
     },
