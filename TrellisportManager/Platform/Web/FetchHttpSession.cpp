@@ -10,6 +10,7 @@
 
 #include <emscripten/em_macros.h>
 
+#include <new>
 #include <sstream>
 #include <unordered_map>
 #include <utility>
@@ -25,7 +26,7 @@ namespace trellisport::platform {
 namespace {
 
 /// As Script/Fetch.js numbers them.
-enum class ReplyKind { Reply, Cancelled, TimedOut, Unreachable, Lost, TooLarge };
+enum class ReplyKind { Reply, Cancelled, TimedOut, Unreachable, Lost, TooLarge, Other };
 
 /// Who waits, by the exchanges' numbers.
 std::unordered_map<int, HttpSession::Completion> waiting;
@@ -85,16 +86,24 @@ HttpResult result(ReplyKind kind, int status)
         return transportError(TransportFailure::ConnectionLost);
     case ReplyKind::TooLarge:
         return transportError(TransportFailure::ReplyTooLarge);
+    case ReplyKind::Other:
+        break;
     }
     return transportError(TransportFailure::Other);
 }
 
 } // namespace
 
+/// Null where there is no room for it.
 extern "C" EMSCRIPTEN_KEEPALIVE char *trellisport_reply_memory(std::size_t size)
 {
-    body.resize(size);
-    return body.data();
+    try {
+        body.resize(size);
+        return body.data();
+    } catch (const std::bad_alloc &) {
+        body = {};
+        return nullptr;
+    }
 }
 
 extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_reply(int number, int kind, int status)

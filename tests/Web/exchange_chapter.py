@@ -1,0 +1,123 @@
+"""Exchanges by the browser's fetch: replies that are too large, addresses that a browser would change,
+and answers whose page goes away."""
+
+import dashboard_chapter
+import decisions_chapter
+import projects_chapter
+import workspace_chapter
+from harness.checks import chapter, check, check_equal, wait_until
+
+TOO_LARGE = "The server's reply is too large."
+# The page's fetch, but for what a test says itself: handle(address, request) gives a reply, or null.
+HANDLED = """{
+    globalThis.usualFetch ??= fetch;
+    const handle = %s;
+    globalThis.fetch = async (address, request) =>
+        await handle(String(address), request ?? {}) ?? usualFetch(address, request);
+}"""
+
+
+def run(console, service, browser):
+    console.stop()
+    console.start(service)
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    run_too_large(console, service, browser)
+    run_changed_address(console, service, browser)
+    run_left(console, service, browser)
+
+
+def handle(browser, code):
+    browser.call("evaluate", code=HANDLED % code)
+
+
+def handle_as_usual(browser):
+    browser.call("evaluate", code="void (globalThis.fetch = globalThis.usualFetch)")
+
+
+def run_too_large(console, service, browser):
+    chapter("A reply that is too large")
+    handle(browser, """(address) => {
+        globalThis.given = 0;
+        const piece = new Uint8Array(1 << 20).fill(0x20);
+        const body = new ReadableStream({ pull: (stream) => {
+            stream.enqueue(piece);
+            if (++given === 300) { stream.close(); }
+        } });
+        return address.endsWith('/dashboard') ? new Response(body) : null;
+    }""")
+    console.keys("F5")
+    console.wait_for("it is refused", lambda seen: seen.shows(TOO_LARGE), 60)
+    check("it is refused", True)
+    given = browser.call("evaluate", code="given")
+    check("what comes after the bound is not taken", given <= 260, given)
+    handle(browser, """(address) => address.endsWith('/dashboard') ? new Response(new ReadableStream(),
+        { headers: { 'Content-Length': '300000000' } }) : null""")
+    console.keys("F5")
+    console.wait_for("one that says so is refused before it comes", lambda seen: seen.shows(TOO_LARGE))
+    check("one that says so is refused before it comes", True)
+    handle_as_usual(browser)
+    console.keys("F5")
+    dashboard_chapter.check_figures(console, service)
+
+
+def open_decisions(console, service):
+    """Gives the project and its pending decision."""
+    dashboard_chapter.show_tab(console, "Projects")
+    project = next(one for one in service.get("/projects") if projects_chapter.typeable(one)
+                   and len(decisions_chapter.pending_in(service, one)) == 1)
+    projects_chapter.open_project(console, service, project)
+    return project, decisions_chapter.pending_in(service, project)[0]
+
+
+def run_changed_address(console, service, browser):
+    """A browser takes the dots out of an address, which would lead to another place."""
+    chapter("An address that the browser would change")
+    dashboard_chapter.show_tab(console, "Projects")
+    handle(browser, """async (address, request) => {
+        if (request.method === 'POST') {
+            (globalThis.written ??= []).push(address);
+        } else if (address.endsWith('/decisions')) {
+            const all = await (await usualFetch(address, request)).json();
+            return new Response(JSON.stringify(all.map((one) =>
+                one.status === 'pending' ? { ...one, id: '..' } : one)));
+        }
+        return null;
+    }""")
+    before = service.writes()
+    open_decisions(console, service)
+    workspace_chapter.open_tab(console, "Decisions")
+    console.type_text(decisions_chapter.FIELD, "Go ahead.")
+    console.press("button", decisions_chapter.SUBMIT)
+    decisions_chapter.check_unanswered(console, "an answer to it", "Go ahead.")
+    check_equal("what was sent", (browser.call("evaluate", code="globalThis.written ?? []"),
+                                  service.writes()), ([], before))
+    handle_as_usual(browser)
+    workspace_chapter.go_back(console)
+
+
+def run_left(console, service, browser):
+    chapter("An answer whose page goes away at once")
+    project, pending = open_decisions(console, service)
+    workspace_chapter.open_tab(console, "Decisions")
+    path = decisions_chapter.answer_path(project, pending)
+    console.type_text(decisions_chapter.FIELD, "Go ahead.")
+    before = service.count("POST", path)
+    browser.call("protocol", method="Network.enable")
+    browser.call("protocol", method="Network.emulateNetworkConditions", parameters={
+        "offline": False, "latency": 1500, "downloadThroughput": -1, "uploadThroughput": -1})
+    handle(browser, """(address, request) => {
+        if (request.method !== 'POST') { return null; }
+        const reply = usualFetch(address, request);
+        location.href = 'about:blank';
+        return reply;
+    }""")
+    console.press("button", decisions_chapter.SUBMIT)
+    wait_until("the answer arrives", lambda: service.count("POST", path) > before)
+    browser.call("protocol", method="Network.emulateNetworkConditions", parameters={
+        "offline": False, "latency": 0, "downloadThroughput": -1, "uploadThroughput": -1})
+    console.stop()
+    console.start(service)
+    console.wait_for("the console starts again", dashboard_chapter.tiles)
+    check_equal("how often it arrived", service.count("POST", path) - before, 1)
+    check_equal("what the service holds",
+                decisions_chapter.decision(service, project, pending["id"])["answer"], "Go ahead.")
