@@ -7,9 +7,10 @@ addToLibrary({
                 history.pushState('console', '');
             }
         };
-        // Browsers skip entries that were made before the user touched anything.
+        // Browsers skip entries that were made before the user touched anything. And where the page was
+        // left without anything behind it, it stays: the next touch begins anew.
         ['pointerup', 'keydown'].forEach((event) =>
-            window.addEventListener(event, keepEntry, { once: true, capture: true }));
+            window.addEventListener(event, keepEntry, { capture: true }));
         window.addEventListener('popstate', () => {
             if (history.state === 'console') {
                 return;
