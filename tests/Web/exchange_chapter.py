@@ -50,11 +50,16 @@ def run_too_large(console, service, browser):
     check("it is refused", True)
     given = browser.call("evaluate", code="given")
     check("what comes after the bound is not taken", given <= 260, given)
+    load_as_usual(console, service, browser)
     handle(browser, """(address) => address.endsWith('/dashboard') ? new Response(new ReadableStream(),
         { headers: { 'Content-Length': '300000000' } }) : null""")
     console.keys("F5")
     console.wait_for("one that says so is refused before it comes", lambda seen: seen.shows(TOO_LARGE))
     check("one that says so is refused before it comes", True)
+    load_as_usual(console, service, browser)
+
+
+def load_as_usual(console, service, browser):
     handle_as_usual(browser)
     console.keys("F5")
     dashboard_chapter.check_figures(console, service)

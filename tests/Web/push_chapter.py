@@ -21,28 +21,41 @@ PUSH_SERVICE = """(() => {
         return { toJSON: () => ({ endpoint: 'https://push.example/a-phone',
             keys: { p256dh: text(bytes(65, 4)), auth: text(bytes(16, 1)) } }) };
     };
+    // A browser that asks only when something was touched.
+    if (location.pathname.startsWith('/app/') && globalThis.localStorage?.asksWhenTouched) {
+        let [permission, touched] = ['default', false];
+        addEventListener('pointerup', () => {
+            touched = true;
+            setTimeout(() => { touched = false; });
+        }, true);
+        Object.defineProperty(Notification, 'permission', { get: () => permission });
+        Notification.requestPermission = async () => {
+            permission = touched ? 'granted' : permission;
+            return permission;
+        };
+    }
 })()"""
 
 
 # In place of what only a real finger may ask a browser for: the page is opened from outside, and the
-# service worker gets it as it would.
+# service worker is not told which it is, as some browsers have it.
 OPENING = """Clients.prototype.openWindow = async (url) => {
     self.askedToOpen = url;
-    for (;;) {
-        const [client] = await self.clients.matchAll({ type: 'window', includeUncontrolled: true });
-        if (client?.url.startsWith(url)) { return client; }
-        await new Promise((resolve) => setTimeout(resolve, 20));
-    }
+    return null;
 }"""
 
 
 def run(console, service, browser):
+    run_first_touch(console, service, browser)
     run_registration(console, service, browser)
     project = next(one for one in service.get("/projects?status=awarded")
                    if workspace_chapter.projects_chapter.typeable(one))
     run_shown(console, service, browser, project)
     run_tapped(console, service, browser, project)
     run_closed(console, service, browser, project)
+    run_damaged(console, browser)
+    run_badge(console, service, browser)
+    run_other_address(console, service, browser)
 
 
 def content(project, kind="decision_needed", **more):
@@ -61,6 +74,21 @@ def deliver(console, service, browser, data):
     registration = wait_until("the service worker's number",
                               lambda: browser.call("registration", origin=origin))
     browser.call("deliver", origin=origin, registration=registration, data=data)
+
+
+def run_first_touch(console, service, browser):
+    chapter("A browser that asks for permission only when something was touched")
+    browser.call("evaluate", code="localStorage.asksWhenTouched = 'yes'")
+    console.stop()
+    before = service.count("POST", "/devices")
+    console.start(service)
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    console.look_at_rest()
+    check_equal("what the service is told before", service.count("POST", "/devices"), before)
+    browser.call("tap", x=195, y=30)
+    wait_until("the first touch asks", lambda: service.count("POST", "/devices") > before)
+    check("the first touch asks", True)
+    browser.call("evaluate", code="localStorage.clear()")
 
 
 def run_registration(console, service, browser):
@@ -137,3 +165,49 @@ def run_closed(console, service, browser, project):
     console.start(service)
     dashboard_chapter.wait_for_tab(console, "Projects")
     check("the console that opens for it shows the projects", True)
+
+
+def run_damaged(console, browser):
+    chapter("A message that is no text")
+    browser.call("inWorker", code="""void self.dispatchEvent(
+        new PushEvent('push', { data: Uint8Array.of(0x68, 0x69, 0xff) }))""")
+    wait_until("it is shown as what it is", lambda: "A message that can't be shown" in
+               {one["body"] for one in notifications(browser)}, detail=lambda: notifications(browser))
+    check("it is shown as what it is", True)
+    console.stop()
+
+
+def run_badge(console, service, browser):
+    chapter("The badge")
+    # Notifications that the system takes away tell nobody.
+    browser.call("inWorker", code="""self.registration.getNotifications().then((all) => {
+        self.navigator.setAppBadge = async (count) => {
+            self.badge = count;
+            throw new Error('there is no place for it');
+        };
+        all.forEach((one) => one.close());
+    })""")
+    check_equal("the badge before", browser.call("inWorker", code="self.badge"), None)
+    console.start(service)
+    wait_until("it is counted again when the console starts",
+               lambda: browser.call("inWorker", code="self.badge") == 0)
+    check("it is counted again when the console starts", True)
+
+
+def run_other_address(console, service, browser):
+    chapter("The browser gives another address")
+    browser.call("inWorker", code=PUSH_SERVICE)
+
+    def change():
+        browser.call("inWorker", code="""void self.dispatchEvent(
+            new ExtendableEvent('pushsubscriptionchange'))""")
+
+    for where, prepare in (("an open console tells the service", lambda: None),
+                           ("without one the service worker does", console.stop)):
+        prepare()
+        before = service.count("POST", "/devices")
+        change()
+        wait_until(where, lambda known=before: service.count("POST", "/devices") > known)
+        check_equal(f"{where}: the address", json.loads(bytes.fromhex(service.devices()[-1]))["endpoint"],
+                    "https://push.example/a-phone")
+    check_equal("the addresses that the service has then", len(service.devices()), 1)

@@ -5,17 +5,36 @@ import json
 import dashboard_chapter
 import projects_chapter
 import workspace_chapter
+from browser import BrowserError
 from harness.checks import chapter, check, check_equal, wait_until
 
 FIELD = "document.querySelector('body > input')"
 
 
-def run(console, service, browser):
+def run(console, service, browser, app):
     run_page(console, service, browser)
     run_keyboard(console, browser)
     run_history(console, service, browser)
+    run_history_alone(console, service, browser)
     run_offline(console, service, browser)
+    run_without_store(console, service, browser)
+    run_new_version(console, service, browser, app)
     run_text(console, service, browser)
+
+
+def run_broken_visit(console, service, browser, app):
+    """Before anything is kept."""
+    chapter("A visit while a file is missing")
+    program = next(app.glob("trellisport-manager.*.js"))
+    program.rename(app / ".away")
+    try:
+        browser.call("open", url=service.base_url.removesuffix("/api/v1") + "/app/")
+        wait_until("the page says that it can't start", lambda: "could not be started" in
+                   browser.call("evaluate", code="document.getElementById('start')?.textContent ?? ''"))
+        check("the page says that it can't start", True)
+    finally:
+        (app / ".away").rename(program)
+        browser.call("leave")
 
 
 def run_first_visit(console, service, browser):
@@ -98,6 +117,30 @@ def run_history(console, service, browser):
     console.keys("Escape")
 
 
+def run_history_alone(console, service, browser):
+    """As in an installed console, where nothing lies behind the page."""
+    chapter("The way back where nothing lies behind")
+    project = workspace_chapter.newest(service)
+    console.stop()
+    console.start(service)
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    browser.call("protocol", method="Page.resetNavigationHistory")
+    dashboard_chapter.show_tab(console, "Projects")
+    for _ in range(2):
+        browser.call("tap", x=195, y=30)
+        wait_until("a touch makes a place to go back from",
+                   lambda: browser.call("evaluate", code="history.state") == "console")
+        browser.call("evaluate", code="history.back()")
+        wait_until("a root tab is left", lambda: browser.call("evaluate", code="history.state") is None)
+    browser.call("tap", x=195, y=30)
+    projects_chapter.open_project(console, service, project)
+    browser.call("evaluate", code="history.back()")
+    console.wait_for("the way back still leads from a project to the list",
+                     lambda seen: seen.has("text", projects_chapter.SEARCH)
+                     and not seen.has("page tab", "Overview"))
+    check("the way back still leads from a project to the list", True)
+
+
 def run_offline(console, service, browser):
     chapter("Without a network")
     browser.call("offline", on=True)
@@ -111,6 +154,52 @@ def run_offline(console, service, browser):
         browser.call("offline", on=False)
     console.keys("F5")
     dashboard_chapter.check_figures(console, service)
+
+
+def run_without_store(console, service, browser):
+    chapter("A browser that lost what was kept")
+    console.stop()
+    browser.call("inWorker", code="""{
+        self.usualOpen = CacheStorage.prototype.open;
+        CacheStorage.prototype.open = async () => { throw new Error('there is no store'); };
+    }""")
+    console.start(service)
+    console.wait_for("the console starts from the network", dashboard_chapter.tiles)
+    check("the console starts from the network", True)
+    browser.call("inWorker", code="void (CacheStorage.prototype.open = self.usualOpen)")
+
+
+def run_new_version(console, service, browser, app):
+    """The page that is open goes on; the next start has the new version."""
+    chapter("A new version")
+    for name, old, new in (("index.html", "<title>TrellisportManager<", "<title>Newer<"),
+                           ("service-worker.js", "cacheName = `", "cacheName = `newer-")):
+        content = (app / name).read_text(encoding="utf-8")
+        check(f"{name} can be made newer", old in content)
+        (app / name).write_text(content.replace(old, new), encoding="utf-8")
+        for packed in app.glob(f"{name}.*"):
+            packed.unlink()
+    title = "document.title"
+    browser.call("evaluate", code="navigator.serviceWorker.getRegistration().then((one) => one.update())")
+    wait_until("the new version has come", lambda: browser.call("evaluate", code="""
+        navigator.serviceWorker.getRegistration().then((one) => one.waiting !== null)"""))
+    check_equal("the page that is open", browser.call("evaluate", code=title), "TrellisportManager")
+    check("it goes on", dashboard_chapter.tiles(console.look_at_rest()))
+    place = ["GET", service.base_url.removesuffix("/api/v1") + "/app/"]
+    before = browser.call("requests").count(place)
+    browser.call("reload")
+
+    def is_new():
+        try:
+            return browser.call("evaluate", code=title) == "Newer"
+        except BrowserError:
+            return False  # The page just changes.
+
+    wait_until("the next start has the new version", is_new)
+    console.wait_for_words()
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    check_equal("how often the page was loaded for it",
+                browser.call("requests").count(place) - before, 2)
 
 
 def run_text(console, service, browser):

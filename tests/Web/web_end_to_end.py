@@ -12,6 +12,7 @@ import tempfile
 from pathlib import Path
 
 import end_to_end
+import exchange_chapter
 import pictures_chapter
 import push_chapter
 import web_chapter
@@ -30,8 +31,10 @@ def main():
     try:
         home = place / "home"
         home.mkdir()
+        # What is tried there with the files is tried with a copy.
+        app = Path(shutil.copytree(options.app, place / "app"))
         service = PracticeService(options.service, place / "data", None, folder / "service.log",
-                                  ("--app", options.app.resolve()))
+                                  ("--app", app))
         browser = Browser(options.modules.resolve(), home, folder / "browser.log")
         console = BrowserConsole(browser, PHONE)
 
@@ -39,10 +42,12 @@ def main():
             service.start()
             trust(home, service.authority)
             browser.start(*PHONE, granted=["notifications"], script=push_chapter.PUSH_SERVICE)
+            web_chapter.run_broken_visit(console, service, browser, app)
             web_chapter.run_first_visit(console, service, browser)
             service.stop()
             end_to_end.run(console, service)
-            web_chapter.run(console, service, browser)
+            web_chapter.run(console, service, browser, app)
+            exchange_chapter.run(console, service, browser)
             push_chapter.run(console, service, browser)
             pictures_chapter.run(console, service, browser, folder)
             console.stop()

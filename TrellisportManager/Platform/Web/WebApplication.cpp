@@ -3,9 +3,12 @@
 #include "Platform/Web/Fonts.h"
 #include "Platform/Web/PageHistory.h"
 
+#include <QQuickWindow>
 #include <QWindow>
 
 #include <private/qtquickglobal_p.h>
+
+extern "C" void trellisport_show_page(); // Script/Page.js
 
 namespace trellisport::platform {
 
@@ -39,6 +42,11 @@ int WebApplication::run(int &argc, char **argv, LaunchReason /*reason*/, const M
     for (QWindow *window : QGuiApplication::topLevelWindows()) {
         window->showFullScreen();
         m_accessibility->show(*window);
+        if (auto *scene = qobject_cast<QQuickWindow *>(window)) {
+            QObject::connect(
+                scene, &QQuickWindow::frameSwapped, scene, [] { trellisport_show_page(); },
+                Qt::SingleShotConnection);
+        }
     }
     followPageHistory();
     m_push.receiveMessages();

@@ -1,53 +1,98 @@
 // Starts the program in the page, and the service worker beside it.
 'use strict';
 
+// Only a browser that understands this gets here.
+document.getElementById('old').remove();
+
+const registered = navigator.serviceWorker?.register('service-worker.js')
+    ?? Promise.reject(new Error('this browser has no service workers'));
+registered.catch((problem) => {
+    console.warn(`without a service worker there are no messages: ${problem.message}`);
+});
+
 // What the service worker tells before the program can hear it is kept.
 {
     const kept = [];
     let deliver = (event) => kept.push(event);
     navigator.serviceWorker?.addEventListener('message', (event) => deliver(event));
     navigator.serviceWorker?.startMessages();
+    // It then hands over what was tapped, and counts the badge anew.
+    const listen = () => navigator.serviceWorker?.ready.then(({ active }) => active.postMessage('listening'));
     globalThis.trellisportMessages = {
+        registered,
         deliverTo: (receiver) => {
-            deliver = receiver;
-            kept.splice(0).forEach(receiver);
+            deliver = (event) => (event.data === 'tapped' ? listen() : receiver(event));
+            kept.splice(0).forEach(deliver);
+            listen();
+            document.addEventListener('visibilitychange', () => {
+                if (document.visibilityState === 'visible') {
+                    listen();
+                }
+            });
         },
     };
 }
 
-navigator.serviceWorker?.register('service-worker.js').catch((problem) => {
-    console.warn(`without a service worker there are no messages: ${problem.message}`);
-});
-
 // Some browsers lay a phone's keyboard over the page and only say how much they leave of it.
 {
     const fit = () => {
-        document.documentElement.style.setProperty('--height', `${visualViewport.height}px`);
+        // What is enlarged shows less of the page, but leaves as much of it.
+        const { height, scale } = visualViewport;
+        document.documentElement.style.setProperty('--height', `${height * scale}px`);
         window.scrollTo(0, 0);
     };
     globalThis.visualViewport?.addEventListener('resize', fit);
 }
 
-{
-    const start = document.getElementById('start');
-    const fail = (reason) => {
-        start.hidden = false;
-        start.textContent = 'The console could not be started. Load the page again; if that does not help, ' +
-            `this browser may be too old for it. (${reason})`;
-    };
-    qtLoad({
+// A new version that waits for other pages to end takes over while nothing is shown yet. Gives whether it
+// did; those other pages have loaded what they need.
+async function takeOver() {
+    const workers = navigator.serviceWorker;
+    const { waiting } = await workers?.getRegistration() ?? {};
+    if (!waiting || !workers.controller) {
+        return false;
+    }
+    const tookOver = new Promise((resolve) => {
+        workers.addEventListener('controllerchange', () => resolve(true), { once: true });
+        // The one before has something to do: the next time, then.
+        setTimeout(() => resolve(false), 3000);
+    });
+    waiting.postMessage('take over');
+    // It does not take over while the one before still hands out the program, of which the page reads
+    // no more than it must.
+    const { href } = document.querySelector('link[as=fetch]');
+    fetch(href, { credentials: 'same-origin' }).then((reply) => reply.arrayBuffer()).catch(() => {});
+    return tookOver;
+}
+
+async function start() {
+    if (await takeOver().catch(() => false)) {
+        location.reload();
+        return;
+    }
+    const ended = await qtLoad({
         locateFile: (name) => document.querySelector(`link[as=fetch][href*="${name.split('.')[0]}"]`)?.href ?? name,
         qt: {
             containerElements: [document.getElementById('screen')],
             entryFunction: trellisport_manager_entry,
-            onLoaded: () => {
-                start.hidden = true;
-            },
             onExit: ({ text, code, crashed }) => {
                 if (crashed || code !== undefined) {
-                    fail(text ?? `it ended with ${code}`);
+                    showFailure(text ?? `it ended with ${code}`);
                 }
             },
         },
-    }).catch((problem) => fail(problem.message ?? problem));
+    });
+    // While it runs, it does not come back from its start.
+    if (ended) {
+        showFailure('it ended');
+    }
 }
+
+function showFailure(reason) {
+    const place = document.getElementById('start');
+    place.hidden = false;
+    place.textContent = 'The console could not be started. Load the page again; if that does not help, ' +
+        `this browser may be too old for it. (${reason})`;
+}
+
+start().catch((problem) => showFailure(problem?.message ?? problem));

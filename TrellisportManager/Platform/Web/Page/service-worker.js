@@ -4,8 +4,11 @@
 
 // The build writes these: what the program consists of, and a name that changes with it.
 const files = ['@files@'];
-const cacheName = 'console-@version@';
 const home = new URL('./', self.registration?.scope ?? self.location.href).href;
+// The names belong to the whole origin, where there may be another console.
+const family = `console-${new URL(home).pathname}-`;
+const cacheName = `${family}@version@`;
+importScripts('device-token.js');
 
 self.addEventListener('install', (event) => {
     event.waitUntil(caches.open(cacheName).then((cache) => cache.addAll(files)));
@@ -14,7 +17,7 @@ self.addEventListener('install', (event) => {
 self.addEventListener('activate', (event) => {
     event.waitUntil((async () => {
         for (const name of await caches.keys()) {
-            if (name.startsWith('console-') && name !== cacheName) {
+            if (name.startsWith(family) && name !== cacheName) {
                 await caches.delete(name);
             }
         }
@@ -28,8 +31,15 @@ self.addEventListener('fetch', (event) => {
     }
     const wanted = request.mode === 'navigate' ? home : request;
     event.respondWith((async () => {
-        const cache = await caches.open(cacheName);
-        return await cache.match(wanted) ?? fetch(request);
+        try {
+            const kept = await (await caches.open(cacheName)).match(wanted);
+            if (kept) {
+                return kept;
+            }
+        } catch (problem) {
+            console.warn(`what was kept can't be read: ${problem.message}`);
+        }
+        return fetch(request);
     })());
 });
 
@@ -42,6 +52,15 @@ function presentable(text, longest, controls) {
     return shown.length <= longest ? shown : `${shown.slice(0, longest - 1).replace(/[\ud800-\udbff]$/, '')}\u2026`;
 }
 
+// The text that bytes are; empty when they are damaged.
+function decoded(bytes) {
+    try {
+        return new TextDecoder('utf-8', { fatal: true }).decode(bytes);
+    } catch {
+        return '';
+    }
+}
+
 function read(content) {
     let payload = null;
     try {
@@ -51,7 +70,7 @@ function read(content) {
     }
     const isObject = typeof payload === 'object' && payload !== null && !Array.isArray(payload);
     const alert = isObject ? payload.aps?.alert : undefined;
-    const isForMachines = /^\s*[[{]/.test(content) || content.includes('\ufffd');
+    const isForMachines = /^\s*[[{]/.test(content);
     const body = isObject ? (typeof alert === 'string' ? alert : alert?.body) : isForMachines ? '' : content;
     return {
         title: presentable(alert?.title, 200, /\p{Cc}/gu) || 'TrellisportManager',
@@ -85,13 +104,17 @@ async function presentation(content) {
 }
 
 async function showBadge() {
-    const waiting = await self.registration.getNotifications();
-    await self.navigator.setAppBadge?.(waiting.filter(({ data }) => data?.options & badge).length);
+    try {
+        const waiting = await self.registration.getNotifications();
+        await self.navigator.setAppBadge?.(waiting.filter(({ data }) => data?.options & badge).length);
+    } catch {
+        // There is no place for it.
+    }
 }
 
 self.addEventListener('push', (event) => {
     event.waitUntil((async () => {
-        const content = event.data?.text() ?? '';
+        const content = decoded(event.data?.arrayBuffer() ?? new ArrayBuffer(0));
         const { title, body, isUrgent, id } = read(content);
         const options = await presentation(content);
         // Browsers show what arrives, or think ill of it; so the banner is not a choice. The same message
@@ -110,13 +133,58 @@ self.addEventListener('push', (event) => {
 
 self.addEventListener('notificationclose', (event) => event.waitUntil(showBadge()));
 
+// What was tapped, until a page says that it listens; but not for ever.
+const longest = 60_000;
+const tapped = [];
+
 self.addEventListener('notificationclick', (event) => {
     event.notification.close();
     event.waitUntil((async () => {
+        const taken = new Promise((resolve) => {
+            const one = { content: event.notification.data.content, resolve };
+            tapped.push(one);
+            setTimeout(() => {
+                tapped.splice(0, tapped.length, ...tapped.filter((other) => other !== one));
+                resolve();
+            }, longest);
+        });
         const [open] = await windows();
         // Not every system lets a page come to the front; it is told nevertheless.
-        const client = open ? await open.focus().catch(() => open) : await self.clients.openWindow(home);
-        client?.postMessage({ opened: event.notification.data.content });
+        const client = open ? await open.focus().catch(() => open)
+            : await self.clients.openWindow(home).catch(() => null);
+        client?.postMessage('tapped');
         await showBadge();
+        await taken;
     })());
 });
+
+self.addEventListener('message', (event) => {
+    if (event.data === 'take over') {
+        self.skipWaiting();
+    } else if (event.data === 'listening') {
+        for (const { content, resolve } of tapped.splice(0)) {
+            event.source.postMessage({ opened: content });
+            resolve();
+        }
+        event.waitUntil(showBadge());
+    }
+});
+
+// The browser gave this device another address: an open console tells the service, or else we do.
+self.addEventListener('pushsubscriptionchange', (event) => event.waitUntil((async () => {
+    const front = (await windows()).find((client) => client.visibilityState === 'visible');
+    if (front) {
+        front.postMessage('address changed');
+        return;
+    }
+    const bytes = new TextEncoder().encode(await deviceToken(self.registration));
+    const token = Array.from(bytes, (byte) => byte.toString(16).padStart(2, '0')).join('');
+    await fetch(new URL('/api/v1/devices', home), {
+        method: 'POST',
+        headers: { 'Content-Type': 'application/json' },
+        body: JSON.stringify({ device_token: token }),
+        redirect: 'manual',
+        credentials: 'omit',
+        referrerPolicy: 'no-referrer',
+    });
+})()));

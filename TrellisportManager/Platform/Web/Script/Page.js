@@ -16,13 +16,29 @@ addToLibrary({
 
     trellisport_open_link__deps: ['$UTF8ToString'],
     trellisport_open_link: (url) => {
-        // With noopener the browser answers nothing, so what it refuses can't be seen.
-        window.open(UTF8ToString(url), '_blank', 'noopener,noreferrer');
+        const address = UTF8ToString(url);
+        if (address.startsWith('mailto:')) {
+            // A letter needs no tab, and an empty one would stay.
+            Object.assign(document.createElement('a'), { href: address }).click();
+        } else {
+            // With noopener the browser answers nothing, so what it refuses can't be seen.
+            window.open(address, '_blank', 'noopener,noreferrer');
+        }
     },
 
-    // How much larger than usual the user wants text.
-    trellisport_text_scale: () =>
-        parseFloat(getComputedStyle(document.documentElement).fontSize) / 16,
+    // How much larger than usual the user wants text: by the browser's setting, and on some phones by the
+    // system's, which only a font of the system's follows. There 17 is usual, and on desks 13.
+    trellisport_text_scale: () => {
+        const size = (element) => parseFloat(getComputedStyle(element).fontSize);
+        const hasSystemSize = navigator.maxTouchPoints > 0 && CSS.supports('font', '-apple-system-body');
+        return size(document.documentElement) / 16 *
+            (hasSystemSize ? size(document.getElementById('text-size')) / 17 : 1);
+    },
+
+    // The first picture of the program is there.
+    trellisport_show_page: () => {
+        document.getElementById('start').hidden = true;
+    },
 
     // In points: top, right, bottom, left.
     trellisport_safe_area: (insets) => {
@@ -36,5 +52,7 @@ addToLibrary({
     trellisport_watch_page: () => {
         // A page that is resized, turned or zoomed.
         window.addEventListener('resize', () => _trellisport_page_changed());
+        // One whose user changes the size of texts.
+        new ResizeObserver(() => _trellisport_page_changed()).observe(document.getElementById('text-size'));
     },
 });

@@ -8,19 +8,18 @@ addToLibrary({
             Promise.resolve('denied').then(answer);
             return;
         }
-        const asked = performance.now();
-        Notification.requestPermission().then((permission) => {
-            // No person refuses as quickly: this browser asks only when something was touched.
-            const unseen = permission !== 'granted' && performance.now() - asked < 200;
-            if (!unseen || Notification.permission === 'denied') {
+        const ask = () => Notification.requestPermission().catch(() => Notification.permission);
+        ask().then((permission) => {
+            if (permission === 'granted' || Notification.permission !== 'default') {
                 answer(permission);
                 return;
             }
+            // Some browsers ask only when something was touched.
+            const stop = new AbortController();
             const again = () => {
                 stop.abort();
-                Notification.requestPermission().then(answer);
+                ask().then(answer);
             };
-            const stop = new AbortController();
             ['pointerup', 'keydown'].forEach((event) =>
                 window.addEventListener(event, again, { capture: true, signal: stop.signal }));
         });
@@ -28,29 +27,8 @@ addToLibrary({
 
     trellisport_subscribe__deps: ['$giveText'],
     trellisport_subscribe: () => {
-        const subscribe = async () => {
-            const reply = await fetch('push-key', { cache: 'no-cache', credentials: 'omit' });
-            if (!reply.ok) {
-                throw new Error(`the service has no key for messages (${reply.status})`);
-            }
-            const key = Uint8Array.from(
-                atob((await reply.text()).trim().replaceAll('-', '+').replaceAll('_', '/')),
-                (letter) => letter.charCodeAt(0));
-            const { pushManager } = await navigator.serviceWorker.ready;
-            const options = { userVisibleOnly: true, applicationServerKey: key };
-            const subscription = await pushManager.subscribe(options).catch(async (problem) => {
-                // The service has another key than the one that this browser knows.
-                const old = await pushManager.getSubscription();
-                if (problem.name !== 'InvalidStateError' || !old) {
-                    throw problem;
-                }
-                await old.unsubscribe();
-                return pushManager.subscribe(options);
-            });
-            const { endpoint, keys } = subscription.toJSON();
-            return JSON.stringify({ auth: keys.auth, endpoint, p256dh: keys.p256dh });
-        };
-        subscribe().then(
+        // The service worker's registration: boot.js; the token: device-token.js.
+        trellisportMessages.registered.then(() => navigator.serviceWorker.ready).then(deviceToken).then(
             (token) => {
                 giveText(token);
                 _trellisport_subscribed(1);
@@ -65,13 +43,16 @@ addToLibrary({
     $presentations: 'new Map()',
     $lastPresentation: 0,
 
-    trellisport_watch_messages__deps: ['$giveText', '$presentations', '$lastPresentation'],
+    trellisport_watch_messages__deps: [
+        '$giveText', '$presentations', '$lastPresentation', 'trellisport_subscribe'],
     trellisport_watch_messages: () => {
         // What came before the program was there waits in the page (boot.js).
         globalThis.trellisportMessages?.deliverTo((event) => {
             if (typeof event.data?.opened === 'string') {
                 giveText(event.data.opened);
                 _trellisport_message_opened();
+            } else if (event.data === 'address changed') {
+                _trellisport_subscribe();
             } else if (typeof event.data?.arrived === 'string' && event.ports[0]) {
                 const number = ++lastPresentation;
                 presentations.set(number, event.ports[0]);
