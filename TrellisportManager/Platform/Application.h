@@ -61,8 +61,8 @@ public:
 
     /// The whole life of the program, called by main() and only there, while there is no toolkit
     /// application: makes the entry, tells its delegate of the launch, shows the window when the
-    /// user wants it, and runs the event loop. Gives the exit status. Where the program runs
-    /// already, that one comes to the front and this one ends.
+    /// user wants it, and runs the event loop. Gives the exit status. Where it runs already, that
+    /// one comes to the front and this one ends; a browser may have it in several tabs.
     virtual int run(int &argc, char **argv, LaunchReason reason, const MakeEntry &makeEntry) = 0;
 
     /// Whether a window would be seen by somebody. Any time, before run() too; main thread.

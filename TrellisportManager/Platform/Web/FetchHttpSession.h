@@ -18,7 +18,9 @@ struct FetchHttpOptions {
 /// HTTP by the browser's fetch, with its connections, its cache and its rules. A browser tells less
 /// than a connection of one's own would: a redirect has the status 0, and a connection that failed
 /// does not say how. It may also send a request once more, of its own accord, when a kept-alive
-/// connection turns out dead before any reply.
+/// connection turns out dead before any reply. An address that it would write otherwise than it
+/// stands is not sent: TransportFailure::Other. A write goes on when its page is left, as long as
+/// all that are under way hold less than 60,000 bytes.
 class FetchHttpSession final : public HttpSession {
 public:
     explicit FetchHttpSession(FetchHttpOptions options = {});

@@ -13,7 +13,9 @@
 
 namespace trellisport::platform {
 
-/// The program's life in a page: it has one window, which fills the page and lives as long.
+/// The program's life in a page: it has one window, which fills the page and lives as long. Several
+/// tabs are several consoles; only a browser that has installed it comes back to the one that runs,
+/// by its manifest. A tapped message goes to one that is there.
 class WebApplication final : public Application {
 public:
     /// Both must outlive it.
