@@ -18,7 +18,7 @@ QJsonArray cases(const char *name)
 {
     QFile file(QStringLiteral(TEXT_CASES));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    const QJsonArray all = QJsonDocument::fromJson(file.readAll())[QLatin1String(name)].toArray();
+    QJsonArray all = QJsonDocument::fromJson(file.readAll())[QLatin1String(name)].toArray();
     EXPECT_FALSE(all.isEmpty()) << name;
     return all;
 }

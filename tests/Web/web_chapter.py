@@ -11,8 +11,17 @@ from harness.checks import chapter, check, check_equal, wait_until
 FIELD = "document.querySelector('body > input')"
 
 
+# Tells whether something was drawn on when the page's own words for its start went.
+FIRST_PICTURE = """
+new MutationObserver(() => {
+    globalThis.startWentFor ??= document.querySelector('#screen > *') ? 'a picture' : 'nothing';
+}).observe(document, { subtree: true, attributes: true, attributeFilter: ['hidden'] });
+"""
+
+
 def run(console, service, browser, app):
     run_page(console, service, browser)
+    run_sizes(console, browser)
     run_keyboard(console, browser)
     run_history(console, service, browser)
     run_history_alone(console, service, browser)
@@ -23,8 +32,10 @@ def run(console, service, browser, app):
 
 
 def run_broken_visit(console, service, browser, app):
-    """Before anything is kept."""
+    """At the end: the browser complains of it."""
     chapter("A visit while a file is missing")
+    browser.call("evaluate", code="navigator.serviceWorker.getRegistration().then((one) => one.unregister())")
+    console.stop()
     program = next(app.glob("trellisport-manager.*.js"))
     program.rename(app / ".away")
     try:
@@ -71,6 +82,36 @@ def run_page(console, service, browser):
         const { x, y, width, height } = document.getElementById('screen').getBoundingClientRect();
         return [x, y, width, height, innerWidth, innerHeight]; })()""")
     check_equal("the place that the console takes", size[:4], [0, 0, size[4], size[5]])
+
+
+    check_equal("what the page's own words for its start go for",
+                browser.call("evaluate", code="globalThis.startWentFor"), "a picture")
+    check("what is for browsers that are too old is gone",
+          browser.call("evaluate", code="document.getElementById('old') === null"))
+
+
+def run_sizes(console, browser):
+    chapter("Larger texts, and a larger page")
+
+    def title_height():
+        return console.look().all("heading", "Dashboard")[0].height
+
+    before = title_height()
+    browser.call("evaluate", code="void (document.documentElement.style.fontSize = '24px')")
+    wait_until("the console follows the size of texts", lambda: title_height() > before)
+    browser.call("evaluate", code="void (document.documentElement.style.fontSize = '')")
+    wait_until("it follows back", lambda: title_height() == before)
+    check("the console follows the size of texts", True)
+    kept = """Math.abs(parseFloat(document.documentElement.style.getPropertyValue('--height'))
+        - document.documentElement.clientHeight) <= 2"""
+    for scale in (2, 1):
+        browser.call("protocol", method="Emulation.setPageScaleFactor",
+                     parameters={"pageScaleFactor": scale})
+        wait_until("the page is enlarged",
+                   lambda wanted=scale: browser.call("evaluate", code="visualViewport.scale") == wanted)
+        wait_until(f"the console keeps its height in a page of {scale} times its size",
+                   lambda: browser.call("evaluate", code=kept))
+    check("the console keeps its height in an enlarged page", True)
 
 
 def input_mode(browser):

@@ -41,8 +41,8 @@ def main():
         def checks():
             service.start()
             trust(home, service.authority)
-            browser.start(*PHONE, granted=["notifications"], script=push_chapter.PUSH_SERVICE)
-            web_chapter.run_broken_visit(console, service, browser, app)
+            browser.start(*PHONE, granted=["notifications"],
+                          script=push_chapter.PUSH_SERVICE + web_chapter.FIRST_PICTURE)
             web_chapter.run_first_visit(console, service, browser)
             service.stop()
             end_to_end.run(console, service)
@@ -50,7 +50,7 @@ def main():
             exchange_chapter.run(console, service, browser)
             push_chapter.run(console, service, browser)
             pictures_chapter.run(console, service, browser, folder)
-            console.stop()
+            web_chapter.run_broken_visit(console, service, browser, app)
             service.stop()
             browser.stop()
 
