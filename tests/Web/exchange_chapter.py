@@ -22,6 +22,7 @@ def run(console, service, browser):
     console.stop()
     console.start(service)
     console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    run_faults(console, service, browser)
     run_too_large(console, service, browser)
     run_changed_address(console, service, browser)
     run_left(console, service, browser)
@@ -33,6 +34,42 @@ def handle(browser, code):
 
 def handle_as_usual(browser):
     browser.call("evaluate", code="void (globalThis.fetch = globalThis.usualFetch)")
+
+
+# Silence counts after a minute, which here goes by in a moment.
+SHORT_MINUTE = """void (() => {
+    const usual = setTimeout;
+    globalThis.setTimeout = (act, time, ...more) => usual(act, time === 60000 ? 300 : time, ...more);
+    globalThis.usualTimeout = usual;
+})()"""
+
+
+def run_faults(console, service, browser):
+    """What the browser leaves of a fault: whether it was a reply, and little more."""
+    chapter("Faults of the network")
+    handle(browser, "() => null")
+    service.spoil("/dashboard", "cut")
+    check_refusal(console, service, browser, "a reply that is cut off",
+                  "The connection to the server was lost.")
+    service.spoil("/dashboard", "garbage")
+    check_refusal(console, service, browser, "a reply that is no JSON",
+                  "The service's reply is not valid JSON.")
+    # Where to is not told, nor by which status.
+    handle(browser, """(address) => address.endsWith('/dashboard')
+        ? usualFetch('/app', { redirect: 'manual' }) : null""")
+    check_refusal(console, service, browser, "a redirect", "HTTP error 0")
+    browser.call("evaluate", code=SHORT_MINUTE)
+    handle(browser, """(address, request) => address.endsWith('/dashboard')
+        ? new Promise((_, fail) => { request.signal.onabort = () => fail(request.signal.reason); }) : null""")
+    check_refusal(console, service, browser, "silence", "The server took too long to answer.")
+    browser.call("evaluate", code="void (globalThis.setTimeout = globalThis.usualTimeout)")
+
+
+def check_refusal(console, service, browser, what, sentence):
+    console.keys("F5")
+    console.wait_for(f"{what}: {sentence}", lambda seen: seen.shows(sentence))
+    check(f"{what}: {sentence}", True)
+    load_as_usual(console, service, browser)
 
 
 def run_too_large(console, service, browser):

@@ -73,6 +73,10 @@ class PracticeService:
         """The next replies to the path fail with the status."""
         self._control("fault", path=path, status=status, times=times)
 
+    def spoil(self, path, kind):
+        """The next reply to the path is spoiled: "cut", "garbage" and so on."""
+        self._control("fault", path=path, kind=kind, times=1)
+
     def devices(self):
         """The device tokens that it was told."""
         return list(self._ask("GET", self._origin() + "/control/devices").values())
