@@ -5,7 +5,9 @@
 
 #include <malloc.h>
 
+#include <fstream>
 #include <random>
+#include <string>
 #include <vector>
 
 namespace trellisport {
@@ -43,6 +45,41 @@ TEST(HostileJson, MillionLevelsInIgnoredKey)
     const Project expected{.id = "p", .title = "t"};
     EXPECT_EQ(decode<Project>(projectIgnoring(nested("[", "]", million))), expected);
     EXPECT_EQ(decode<Project>(projectIgnoring(nested(R"({"a":[)", "]}", million / 2))), expected);
+}
+
+/// What /proc/self/status says under the name, in bytes.
+std::size_t ofThisProcess(const std::string &name)
+{
+    std::ifstream file("/proc/self/status");
+    for (std::string word; file >> word;) {
+        if (word == name + ':') {
+            std::size_t kilobytes = 0;
+            file >> kilobytes;
+            return kilobytes * 1024;
+        }
+    }
+    return 0;
+}
+
+TEST(HostileJson, MillionLevelsTakeLittleMemoryAtTheHighestPoint)
+{
+    if (mallinfo2().uordblks == 0) {
+        GTEST_SKIP() << "the sanitizer's heap does not count";
+    }
+    std::string body = projectIgnoring(nested("[", "]", million));
+    const std::size_t size = body.size();
+    malloc_trim(0);
+    // The highest point from here on.
+    if (!(std::ofstream("/proc/self/clear_refs") << 5 << std::flush)) {
+        GTEST_SKIP() << "the system does not let its mark be set back";
+    }
+    const std::size_t before = ofThisProcess("VmRSS");
+    ASSERT_LT(ofThisProcess("VmHWM"), before + (std::size_t{1} << 20));
+    EXPECT_EQ(decode<Project>(std::move(body)), (Project{.id = "p", .title = "t"}));
+    const std::size_t highest = ofThisProcess("VmHWM");
+    EXPECT_GT(highest, before) << "the mark stands still";
+    EXPECT_LT(highest, before + 20 * size);
+    RecordProperty("times_its_size", std::to_string(double(highest - before) / double(size)));
 }
 
 TEST(HostileJson, MillionLevelsThatDoNotClose)
