@@ -178,6 +178,8 @@ Item {
     }
     TapHandler {
         acceptedButtons: Qt.BackButton
+        // A tap of a finger counts as one of any button.
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
         onTapped: root.pop()
     }
     Shortcut {

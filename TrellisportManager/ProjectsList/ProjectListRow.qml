@@ -83,6 +83,8 @@ FocusScope {
 
             TapHandler {
                 acceptedButtons: Qt.RightButton
+                // A tap of a finger counts as one of any button.
+                acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
                 gesturePolicy: TapHandler.ReleaseWithinBounds
                 onTapped: eventPoint => root.held(row.mapToItem(root, eventPoint.position))
             }

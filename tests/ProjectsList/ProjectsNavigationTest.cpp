@@ -3,6 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QPointingDevice>
+
+#include <memory>
+
 namespace trellisport::test {
 namespace {
 
@@ -28,6 +32,24 @@ TEST_F(ProjectsNavigationTest, ATapOpensTheProjectsWorkspace)
         {projectJson("p-1", "awarded", "Title A"), projectJson("p-2", "awarded", "Title B")});
     scene->tap(text("Title B"));
     EXPECT_EQ(depth(), 1);
+    ASSERT_TRUE(stackRests());
+    EXPECT_THAT(scene->texts(), ElementsAre(u"workspace of p-2 from Projects"));
+}
+
+TEST_F(ProjectsNavigationTest, AFingerOpensTheWorkspaceAndStaysThere)
+{
+    showLoaded(
+        {projectJson("p-1", "awarded", "Title A"), projectJson("p-2", "awarded", "Title B")});
+    const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
+    const auto touch = [&](QPoint place) {
+        QTest::touchEvent(&scene->window(), finger.get()).press(0, place);
+        QTest::touchEvent(&scene->window(), finger.get()).release(0, place);
+    };
+    touch(sceneRect(text("Title B")).center().toPoint());
+    EXPECT_EQ(depth(), 1);
+    ASSERT_TRUE(stackRests());
+    touch({200, 400});
+    runPendingEvents();
     ASSERT_TRUE(stackRests());
     EXPECT_THAT(scene->texts(), ElementsAre(u"workspace of p-2 from Projects"));
 }
