@@ -267,6 +267,25 @@ TEST_F(CurlSessionReply, ContradictingLengthsNeitherCrashNorHang)
     }
 }
 
+TEST_F(CurlSessionReply, OfTwoLengthsTheLastCounts)
+{
+    const auto resultOf = [this](const std::string &lengths) {
+        const ScriptedServer server(
+            sending("HTTP/1.1 200 OK\r\n" + lengths + "\r\n{}", End::Close));
+        return SessionProbe(m_session, getRequest(server.origin() + "/a")).wait();
+    };
+    const std::string two = "Content-Length: 2\r\n";
+    const std::string three = "Content-Length: 3\r\n";
+    const platform::HttpResult same = resultOf(two + two);
+    ASSERT_TRUE(std::holds_alternative<HttpReply>(same));
+    EXPECT_EQ(std::get<HttpReply>(same).body, "{}");
+    // Of two that differ the last counts: two bytes are no reply of three.
+    EXPECT_TRUE(std::holds_alternative<platform::TransportError>(resultOf(two + three)));
+    const platform::HttpResult shorter = resultOf(three + two);
+    ASSERT_TRUE(std::holds_alternative<HttpReply>(shorter));
+    EXPECT_EQ(std::get<HttpReply>(shorter).body, "{}");
+}
+
 TEST_F(CurlSessionReply, ContradictingLengthsDoNotReachTheNextReply)
 {
     const std::string body = "{}" + ScriptedServer::replyBytes(200, "bad");
