@@ -1,8 +1,10 @@
 #include "Chaos/Agent.h"
 
+#include "Chaos/Spin.h"
 #include "ServiceAccess/RecordCoding.h"
 
-#include <exception>
+#include <chrono>
+#include <future>
 #include <variant>
 
 namespace trellisport::chaos {
@@ -31,8 +33,8 @@ std::string notificationType(const std::string &event)
 Agent::Agent(ChaosPlatform &platform)
     : m_platform(platform)
 {
-    const std::string base = platform.environment().variable("TRELLISPORT_BASE_URL").value_or("");
-    m_control = base.substr(0, base.find("/api/v1")) + "/control/";
+    m_base = platform.environment().variable("TRELLISPORT_BASE_URL").value_or("");
+    m_control = m_base.substr(0, m_base.find("/api/v1")) + "/control/";
 }
 
 void Agent::happen(const std::string &event, const std::string &project, bool opened)
@@ -41,10 +43,11 @@ void Agent::happen(const std::string &event, const std::string &project, bool op
     if (!project.empty()) {
         url += "&project=" + project;
     }
-    const auto tell = [this, event, opened,
-                       happened = m_happened](const platform::HttpResult &result) {
+    const auto tell = [this, event, opened, happened = m_happened,
+                       ended = m_ended](const platform::HttpResult &result) {
         const auto *reply = std::get_if<platform::HttpReply>(&result);
         if (reply == nullptr || reply->status != 200) {
+            ++*ended;
             return; // nothing of the kind can happen now
         }
         const auto done = decode<TextMap>(reply->body);
@@ -56,8 +59,30 @@ void Agent::happen(const std::string &event, const std::string &project, bool op
                                                 {"decision_id", text(done.at("decision_id"))}},
                                                opened);
         }
+        ++*ended;
     };
     m_exchange = m_platform.ownSession().send({"POST", url, {}, ""}, tell);
+}
+
+std::string Agent::ask(const std::string &method, const std::string &url)
+{
+    auto answer = std::make_shared<std::promise<std::string>>();
+    std::future<std::string> body = answer->get_future();
+    const auto exchange = m_platform.ownSession().send(
+        {method, url, {}, {}}, [answer](const platform::HttpResult &result) {
+            const auto *reply = std::get_if<platform::HttpReply>(&result);
+            answer->set_value(reply != nullptr && reply->status == 200 ? reply->body
+                                                                       : std::string());
+        });
+    const bool came =
+        await([&] { return body.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+    return came ? body.get() : std::string();
+}
+
+std::string Agent::endTrouble()
+{
+    std::string troubles = ask("GET", m_control + "troubles");
+    return ask("POST", m_control + "trouble?one_of=0").empty() ? std::string() : troubles;
 }
 
 void Agent::deliverNonsense(unsigned kind, bool opened)

@@ -3,8 +3,8 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -24,12 +24,16 @@ int entries(const char *folder)
     return static_cast<int>(std::distance(begin(all), end(all)));
 }
 
-/// What the processor has worked for the calling thread.
-std::chrono::nanoseconds workOfThread()
+/// How long the main thread has been ready without having a core. Nought where the system does not
+/// say: then what other programs take counts as ours.
+std::chrono::nanoseconds waitForACore()
 {
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    // Of the process's first thread: time on a core, time waiting for one, in nanoseconds.
+    std::ifstream file("/proc/self/schedstat");
+    std::int64_t worked = 0;
+    std::int64_t waited = 0;
+    file >> worked >> waited;
+    return std::chrono::nanoseconds(waited);
 }
 
 } // namespace
@@ -69,19 +73,21 @@ Heartbeat::~Heartbeat()
 void Heartbeat::beginAnew()
 {
     m_lastTurn = std::chrono::steady_clock::now();
-    m_lastWork = workOfThread();
+    m_lastWait = waitForACore();
     m_longestTurn = {};
-    m_longestWork = {};
+    m_longestHeld = {};
 }
 
 void Heartbeat::beat()
 {
     const auto now = std::chrono::steady_clock::now();
-    const auto work = workOfThread();
-    m_longestTurn = std::max(m_longestTurn, duration_cast<milliseconds>(now - m_lastTurn));
-    m_longestWork = std::max(m_longestWork, duration_cast<milliseconds>(work - m_lastWork));
+    const auto wait = waitForACore();
+    const auto turn = now - m_lastTurn;
+    m_longestTurn = std::max(m_longestTurn, duration_cast<milliseconds>(turn));
+    m_longestHeld =
+        std::max(m_longestHeld, duration_cast<milliseconds>(turn - (wait - m_lastWait)));
     m_lastTurn = now;
-    m_lastWork = work;
+    m_lastWait = wait;
     m_seenTurns = ++m_turns;
 }
 

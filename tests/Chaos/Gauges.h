@@ -32,10 +32,11 @@ public:
     Heartbeat &operator=(const Heartbeat &) = delete;
     ~Heartbeat();
 
-    /// The longest time between two turns, as the clock on the wall has it and as the processor
-    /// worked for this thread; the latter does not count what other programs take.
+    /// The longest time between two turns, and the longest of them less the time for which the
+    /// thread was ready and had no core: what it worked and what it waited for, but not what other
+    /// programs took.
     [[nodiscard]] std::chrono::milliseconds longestTurn() const { return m_longestTurn; }
-    [[nodiscard]] std::chrono::milliseconds longestWork() const { return m_longestWork; }
+    [[nodiscard]] std::chrono::milliseconds longestHeld() const { return m_longestHeld; }
     [[nodiscard]] long turns() const { return m_turns; }
     /// Forgets what came before, such as a start that is not to count.
     void beginAnew();
@@ -47,9 +48,9 @@ private:
     QTimer m_timer;
     long m_turns = 0;
     std::chrono::steady_clock::time_point m_lastTurn;
-    std::chrono::nanoseconds m_lastWork{0};
+    std::chrono::nanoseconds m_lastWait{0};
     std::chrono::milliseconds m_longestTurn{0};
-    std::chrono::milliseconds m_longestWork{0};
+    std::chrono::milliseconds m_longestHeld{0};
     std::atomic<long> m_seenTurns = 0;
     std::mutex m_mutex;
     std::condition_variable m_changed;

@@ -186,9 +186,30 @@ void Person::answer()
         goToDecisions(sight);
     } else if (!sight.controls(QStringLiteral("projectRow")).isEmpty()) {
         goToProject(sight);
+    } else if (sight.item(QStringLiteral("chipStrip")) != nullptr) {
+        showMoreProjects(sight);
     } else {
         tapRootTab(sight, 1);
     }
+}
+
+/// Nothing is found: a search is given up, or the chips.
+void Person::showMoreProjects(const Sight &sight)
+{
+    if (!sight.fields().isEmpty() && isRare(50)) {
+        m_hand.tap(*window(), Sight::middle(sight.fields().first()));
+        m_hand.key(*window(), Qt::Key_A, Qt::ControlModifier);
+        m_hand.key(*window(), Qt::Key_Backspace);
+        return;
+    }
+    for (const QQuickItem *control : sight.controls()) {
+        if (control->property("label").toString() == QLatin1String("All")) {
+            m_hand.tap(*window(), Sight::middle(control));
+            return;
+        }
+    }
+    const QPointF strip = Sight::middle(sight.item(QStringLiteral("chipStrip")));
+    m_hand.drag(*window(), strip, strip + QPointF(150, 0), 4);
 }
 
 void Person::goToDecisions(const Sight &sight)
@@ -213,9 +234,12 @@ void Person::goToDecisions(const Sight &sight)
 /// It is the awarded projects whose decisions wait.
 void Person::goToProject(const Sight &sight)
 {
-    for (const QQuickItem *chip : sight.controls(QStringLiteral("chip"))) {
+    for (const QQuickItem *chip : sight.controls()) {
+        if (!chip->objectName().startsWith(QLatin1String("chip"))) {
+            continue;
+        }
         if (chip->property("label").toString() == QLatin1String("Awarded")) {
-            if (!chip->property("isSelected").toBool()) {
+            if (!chip->property("isSelected").toBool() && isRare(60)) {
                 m_hand.tap(*window(), Sight::middle(chip));
                 return;
             }

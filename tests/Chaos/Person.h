@@ -61,6 +61,7 @@ private:
 
     void goToDecisions(const Sight &sight);
     void goToProject(const Sight &sight);
+    void showMoreProjects(const Sight &sight);
     void tapRootTab(const Sight &sight, int tab);
     void tapOne(const Sight &sight, const QString &control, bool twice = false);
     void fill(QQuickItem *field, const QString &text);

@@ -2,37 +2,25 @@
 #include "Chaos/ChaosPlatform.h"
 #include "Chaos/Gauges.h"
 #include "Chaos/Person.h"
+#include "Chaos/Round.h"
+#include "Chaos/Spin.h"
 #include "Shell/TrellisportManagerApp.h"
 
 #include <QCommandLineParser>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QQmlEngine>
-#include <QTimer>
 
 #include <iostream>
 
 using namespace trellisport;
 using namespace trellisport::chaos;
 using std::chrono::milliseconds;
-using std::chrono::seconds;
 
 namespace {
-
-constexpr seconds patience{60};
-/// Longer than every animation.
-constexpr milliseconds calm{450};
-
-void spin(milliseconds time)
-{
-    QEventLoop loop;
-    QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 const Person *tellingPerson = nullptr;
 
@@ -63,21 +51,26 @@ public:
     Run &operator=(const Run &) = delete;
     ~Run() { tellingPerson = nullptr; }
 
-    /// checkpoints: how often the console is put to rest and read.
-    void live(seconds time, int checkpoints)
+    /// checkpoints: how often within these steps the console is put to rest and read.
+    void live(long steps, int checkpoints)
     {
         m_app.delegate().didFinishLaunching();
         m_app.showWindow();
         readAtRest();
         m_heart.beginAnew();
         for (int part = 1; part <= checkpoints; ++part) {
-            QElapsedTimer timer;
-            timer.start();
-            while (milliseconds(timer.elapsed()) < time / checkpoints) {
+            while (m_person.steps() < steps * part / checkpoints) {
                 spin(m_person.step());
-                readTexts();
+                look();
             }
             readAtRest();
+        }
+        m_inTrouble = whatWasSeen();
+        m_troubles = QString::fromStdString(m_agent.endTrouble());
+        m_places = {};
+        for (const QString &undone :
+             Round(m_platform, m_hand, m_agent, [this] { look(); }).make()) {
+            complain(QStringLiteral("in the last round: %1").arg(undone));
         }
         awaitQuiet();
         m_app.closeWindow();
@@ -91,20 +84,6 @@ private:
         m_complaints.append(QStringLiteral("step %1: %2").arg(m_person.steps()).arg(what));
     }
 
-    template <typename Condition>
-    bool await(Condition condition)
-    {
-        QElapsedTimer timer;
-        timer.start();
-        while (!condition()) {
-            if (milliseconds(timer.elapsed()) > patience) {
-                return false;
-            }
-            spin(milliseconds(10));
-        }
-        return true;
-    }
-
     void awaitQuiet()
     {
         if (!await([this] { return m_platform.watchedSession().underWay() == 0; })) {
@@ -112,10 +91,11 @@ private:
         }
     }
 
-    /// What must never be seen, whatever the service sends.
-    void readTexts()
+    /// Notes where one is, and what must never be seen, whatever the service sends.
+    void look()
     {
         const Sight sight(*Person::window());
+        m_places.look(sight);
         for (const QString &text : sight.texts()) {
             if (text.contains(QLatin1String("of a fault")) ||
                 text.contains(QLatin1String("asked for by a test"))) {
@@ -127,6 +107,7 @@ private:
     /// Back to the dashboard by hand, tab after tab, so that it is seen that the console responds.
     void goHome();
     void readAtRest();
+    [[nodiscard]] QJsonObject whatWasSeen() const;
 
     ChaosPlatform &m_platform = chaosPlatform();
     Hand m_hand;
@@ -141,6 +122,9 @@ private:
     }();
     QJsonArray m_readings;
     QJsonArray m_complaints;
+    Places m_places;
+    QJsonObject m_inTrouble; ///< what was seen before the last round
+    QString m_troubles;
 };
 
 void Run::goHome()
@@ -194,6 +178,17 @@ void Run::readAtRest()
                                   {QStringLiteral("threads"), read.threads}});
 }
 
+QJsonObject Run::whatWasSeen() const
+{
+    QJsonObject places;
+    for (const auto &[name, count] : m_places.seen()) {
+        places.insert(QString::fromStdString(name), count);
+    }
+    return {{QStringLiteral("places"), places},
+            {QStringLiteral("writes"), int(m_platform.watchedSession().writes().size())},
+            {QStringLiteral("opened"), m_platform.notifications().opened()}};
+}
+
 QJsonObject Run::report() const
 {
     QJsonArray writes;
@@ -216,7 +211,6 @@ QJsonObject Run::report() const
     for (const auto &[name, count] : m_person.deeds()) {
         deeds.insert(QString::fromStdString(name), count);
     }
-    const QString milliseconds = QStringLiteral("longest_turn_ms");
     return {{QStringLiteral("seconds"), m_time.elapsed() / 1000},
             {QStringLiteral("time_lapse"), timeLapse},
             {QStringLiteral("steps"), qint64{m_person.steps()}},
@@ -231,8 +225,11 @@ QJsonObject Run::report() const
             {QStringLiteral("readings"), m_readings},
             {QStringLiteral("complaints"), m_complaints},
             {QStringLiteral("turns"), qint64{m_heart.turns()}},
-            {milliseconds, qint64{m_heart.longestTurn().count()}},
-            {QStringLiteral("longest_work_ms"), qint64{m_heart.longestWork().count()}}};
+            {QStringLiteral("longest_turn_ms"), qint64{m_heart.longestTurn().count()}},
+            {QStringLiteral("longest_held_ms"), qint64{m_heart.longestHeld().count()}},
+            {QStringLiteral("in_trouble"), m_inTrouble},
+            {QStringLiteral("troubles"), m_troubles},
+            {QStringLiteral("last_round"), whatWasSeen()}};
 }
 
 } // namespace
@@ -248,19 +245,19 @@ int main(int argc, char *argv[])
     parser.addHelpOption();
     const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("what the chance is"),
                                   QStringLiteral("N"), QStringLiteral("1"));
-    const QCommandLineOption time(QStringLiteral("seconds"), QStringLiteral("how long it lasts"),
-                                  QStringLiteral("N"), QStringLiteral("30"));
+    const QCommandLineOption steps(QStringLiteral("steps"), QStringLiteral("how long it lasts"),
+                                   QStringLiteral("N"), QStringLiteral("390"));
     const QCommandLineOption points(QStringLiteral("checkpoints"),
                                     QStringLiteral("how often it rests and is read"),
                                     QStringLiteral("N"), QStringLiteral("6"));
-    parser.addOptions({seed, time, points});
+    parser.addOptions({seed, steps, points});
     parser.process(application);
     chaosPlatform().queue().wake();
 
     QJsonObject report;
     {
         Run run(parser.value(seed).toULongLong());
-        run.live(seconds(parser.value(time).toInt()), parser.value(points).toInt());
+        run.live(parser.value(steps).toLong(), parser.value(points).toInt());
         report = run.report();
     }
     chaosPlatform().end();
