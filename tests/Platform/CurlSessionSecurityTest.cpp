@@ -2,7 +2,12 @@
 
 #include <gmock/gmock.h>
 
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryFile>
+
 #include <openssl/pem.h>
+#include <openssl/ssl.h>
 
 #include <filesystem>
 #include <fstream>
@@ -161,6 +166,39 @@ TEST(CurlSessionSecurity, AFileOfAuthoritiesThatCannotBeReadIsAFailure)
 
 TEST(CurlSessionSecurity, OldTlsIsRefused)
 {
+    const ScriptedServer server(agreeing(), {.newestTls = TLS1_1_VERSION});
+    EXPECT_EQ(failure(server, trustingOptions()).failure(),
+              TransportFailure::SecureConnectionFailed);
+    EXPECT_EQ(server.handshakes(), 0);
+}
+
+TEST(CurlSessionSecurity, OldTlsIsRefusedAlsoWhereTheSystemTakesIt)
+{
+    const char *const childsMark = "TRELLISPORT_TEST_OLD_TLS";
+    if (!qEnvironmentVariableIsSet(childsMark)) {
+        // The system's settings are read once in a process, hence a child with others.
+        QTemporaryFile settings;
+        ASSERT_TRUE(settings.open());
+        settings.write("openssl_conf = all\n[all]\nssl_conf = tls\n[tls]\nsystem_default = old\n"
+                       "[old]\nMinProtocol = TLSv1\nCipherString = DEFAULT:@SECLEVEL=0\n");
+        settings.close();
+        QProcess child;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QLatin1String(childsMark), QStringLiteral("1"));
+        environment.insert(QStringLiteral("OPENSSL_CONF"), settings.fileName());
+        child.setProcessEnvironment(environment);
+        child.setProcessChannelMode(QProcess::MergedChannels);
+        child.start(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget(),
+                    {QStringLiteral("--gtest_filter=*.OldTlsIsRefusedAlsoWhereTheSystemTakesIt")});
+        ASSERT_TRUE(child.waitForFinished(60'000));
+        const QByteArray output = child.readAll();
+        EXPECT_EQ(child.exitCode(), 0) << output.constData();
+        EXPECT_TRUE(output.contains("[  PASSED  ] 1 test.")) << output.constData();
+        return;
+    }
+    const std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)> context(
+        SSL_CTX_new(TLS_client_method()), &SSL_CTX_free);
+    ASSERT_EQ(SSL_CTX_get_security_level(context.get()), 0);
     const ScriptedServer server(agreeing(), {.newestTls = TLS1_1_VERSION});
     EXPECT_EQ(failure(server, trustingOptions()).failure(),
               TransportFailure::SecureConnectionFailed);
