@@ -47,10 +47,10 @@ def run(console, service):
     console.check_quiet()
 
 
-def leave_no_traces(console, service, home, output):
+def leave_no_traces(console, service, desk, output):
     chapter("Traces")
     console.stop()
-    check_no_traces(home, [output], texts_of(service))
+    check_no_traces(desk, ["data"], [output], texts_of(service))
 
 
 def restart(console, service):
@@ -70,7 +70,7 @@ def main():
 
         def checks():
             run(console, service)
-            leave_no_traces(console, service, desk.folder / "home", folder / "console.log")
+            leave_no_traces(console, service, desk, folder / "console.log")
             service.stop()
 
         return carry_out(checks, console, service, folder)

@@ -196,7 +196,7 @@ def closed_while_saving(story):
           service.writes()[before:])
 
 
-def leave_no_traces(story, home):
+def leave_no_traces(story, desk, home):
     chapter("Traces")
     console, service = story.console, story.service
     console.end()
@@ -204,7 +204,8 @@ def leave_no_traces(story, home):
     check("the service knows a device token", tokens)
     endpoints = [json.loads(bytes.fromhex(token))["endpoint"] for token in tokens]
     bodies = [html.unescape(shown.body) for shown in story.daemon.shown_since(0)]
-    check_no_traces(home, [console.log], texts_of(service).union(tokens, endpoints, bodies))
+    check_no_traces(desk, ["data", "home"], [console.log],
+                    texts_of(service).union(tokens, endpoints, bodies))
     # What a message is opened with when the program does not run, and which were shown.
     check_private(home, ["push-registration.json", "push-seen"])
 
@@ -238,7 +239,7 @@ def run(options, desk, folder):
         while_it_does_not_run(story)
         if not options.wayland:
             closed_while_saving(story)
-        leave_no_traces(story, Path(environment["HOME"]))
+        leave_no_traces(story, desk, Path(environment["HOME"]))
     finally:
         log = desk.folder / "installed-console.log"
         if log.exists():

@@ -108,6 +108,8 @@ class Desk:
     def _begin(self):
         home = self.folder / "home"
         home.mkdir()
+        temporary = self.folder / "tmp"
+        temporary.mkdir()
         tools = self.folder / "bin"
         tools.mkdir()
         browser = tools / "xdg-open"
@@ -116,7 +118,7 @@ class Desk:
         self.environment = {name: os.environ[name] for name in INHERITED if name in os.environ}
         self.environment.update(
             PATH=f"{tools}:{os.environ['PATH']}", HOME=str(home), LC_ALL="C.UTF-8",
-            XDG_RUNTIME_DIR=str(self.folder), DISPLAY=self._start_display(),
+            TMPDIR=str(temporary), XDG_RUNTIME_DIR=str(self.folder), DISPLAY=self._start_display(),
             DBUS_SESSION_BUS_ADDRESS=self._bus_address())
         self._start_session_bus()
         self.accessibility = connect(self._accessibility_address())

@@ -2,6 +2,7 @@
 
 import os
 import stat
+from pathlib import Path
 
 from .checks import check, check_equal
 
@@ -29,10 +30,17 @@ def texts_of(service):
     return found
 
 
-def files_below(folder):
-    """The regular files, with what they hold."""
+# What a desk's other programs write there: the display's picture, and the links that were opened.
+OF_THE_DESK = ("Xvfb_screen0", "opened")
+
+
+def files_below(folder, but=()):
+    """The regular files, with what they hold. but: files and folders right in it to leave out."""
     found = {}
-    for parent, _, names in os.walk(folder):
+    for parent, folders, names in os.walk(folder):
+        if os.path.samefile(parent, folder):
+            folders[:] = [name for name in folders if name not in but]
+            names = [name for name in names if name not in but]
         for name in names:
             path = os.path.join(parent, name)
             if os.path.isfile(path) and not os.path.islink(path):
@@ -47,11 +55,15 @@ def find_in(contents, texts):
             if text.encode() in content or text.encode("utf-16-le") in content]
 
 
-def check_no_traces(home, outputs, texts):
-    """home: all that the program may write to. outputs: files with what it said. texts: what must
-    be in none of them."""
-    contents = files_below(home)
+def check_no_traces(desk, others, outputs, texts):
+    """desk: its folder holds all that the program may write to: its home and the folders for what
+    runs and for what is temporary. others: names there of what other programs keep. outputs: files
+    with what the program said. texts: what must be in none of them."""
+    contents = files_below(desk.folder, (*OF_THE_DESK, *others))
     written = len(contents)
+    for place in ("HOME", "TMPDIR", "XDG_RUNTIME_DIR"):
+        check(f"{place} is searched", desk.folder in (Path(desk.environment[place]) / "x").parents,
+              desk.environment[place])
     for output in outputs:
         contents[str(output)] = output.read_bytes()
     some = next(iter(texts))
