@@ -13,7 +13,6 @@ namespace {
 using platform::CurlHttpSession;
 using platform::HttpReply;
 using platform::HttpRequest;
-using platform::TransportFailure;
 
 /// Of the reply to a call that failed the status is all that counts: nobody waits for its body.
 class CurlSessionErrorReply : public testing::TestWithParam<std::string> {
