@@ -4,6 +4,7 @@ script, names that carry a hash, a service worker that keeps all of it, everythi
 import gzip
 import hashlib
 import json
+import re
 import shutil
 import subprocess
 
@@ -38,6 +39,8 @@ def pack(sources, modules, worker, out):
             raise ValueError(f"the service worker has no place for {gap}")
         script = script.replace(gap, text)
     (out / "service-worker.js").write_text(script, encoding="utf-8")
+    for used in re.findall(r"^importScripts\('(.*)'\);", script, re.MULTILINE):
+        shutil.copy(worker.with_name(used), out / used)
     for path in sorted(out.iterdir()):
         path.with_name(path.name + ".gz").write_bytes(gzip.compress(path.read_bytes(), 9, mtime=0))
         subprocess.run(["brotli", "--best", "--force", "--keep", path], check=True)

@@ -10,12 +10,14 @@ const said = [];
 const requests = [];
 const opened = [];
 
-// Whether something still changes. What has arrived is seen in the second picture at the latest.
+// Whether something still changes, or is drawn without its font. What has arrived is seen in the second
+// picture at the latest.
 const busy = () => page.evaluate(async () => {
     for (let pictures = 0; pictures < 2; ++pictures) {
         await new Promise((resolve) => requestAnimationFrame(() => setTimeout(resolve)));
     }
-    return document.getElementById('spoken')?.ariaBusy !== 'false';
+    return document.getElementById('spoken')?.ariaBusy !== 'false'
+        || Number(document.getElementById('screen')?.dataset.fontsComing ?? 0) > 0;
 });
 
 const look = () => page.evaluate(() => {

@@ -1,7 +1,14 @@
 // Fonts for what the built-in ones lack, each fetched when the first of its characters is shown.
 addToLibrary({
-    // Those that the page offers and that have not been asked for, or false before the first look.
-    $offeredFonts: { waiting: null },
+    // Those that the page offers and that have not been asked for, null before the first look; and how
+    // many are on their way, which the page says for whoever waits until it looks as it should.
+    $offeredFonts: { waiting: null, coming: 0 },
+
+    $fontsComing__deps: ['$offeredFonts'],
+    $fontsComing: (more) => {
+        offeredFonts.coming += more;
+        document.getElementById('screen').dataset.fontsComing = String(offeredFonts.coming);
+    },
 
     $fontsOnOffer__deps: ['$offeredFonts'],
     $fontsOnOffer: () => {
@@ -15,13 +22,14 @@ addToLibrary({
     trellisport_font_families: () => giveText(fontsOnOffer().map(({ family }) => family).join('\n')),
 
     // What can't be had now is asked for again with the next text.
-    $fetchFontsFor__deps: ['$fontsOnOffer', '$offeredFonts'],
+    $fetchFontsFor__deps: ['$fontsOnOffer', '$fontsComing', '$offeredFonts'],
     $fetchFontsFor: (text) => {
         const wanted = fontsOnOffer().filter(({ characters }) => characters.test(text));
         if (wanted.length > 0) {
             offeredFonts.waiting = fontsOnOffer().filter((font) => !wanted.includes(font));
         }
         wanted.forEach(async (font) => {
+            fontsComing(1);
             try {
                 const response = await fetch(font.file, { referrerPolicy: 'no-referrer' });
                 if (!response.ok) {
@@ -34,6 +42,7 @@ addToLibrary({
             } catch {
                 offeredFonts.waiting.push(font);
             }
+            fontsComing(-1);
         });
     },
 });
