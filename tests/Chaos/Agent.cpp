@@ -33,8 +33,8 @@ std::string notificationType(const std::string &event)
 Agent::Agent(ChaosPlatform &platform)
     : m_platform(platform)
 {
-    m_base = platform.environment().variable("TRELLISPORT_BASE_URL").value_or("");
-    m_control = m_base.substr(0, m_base.find("/api/v1")) + "/control/";
+    const std::string base = platform.environment().variable("TRELLISPORT_BASE_URL").value_or("");
+    m_control = base.substr(0, base.find("/api/v1")) + "/control/";
 }
 
 void Agent::happen(const std::string &event, const std::string &project, bool opened)

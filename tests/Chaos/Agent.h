@@ -34,7 +34,6 @@ private:
     [[nodiscard]] std::string ask(const std::string &method, const std::string &url);
 
     ChaosPlatform &m_platform;
-    std::string m_base;
     std::string m_control; ///< the address of the service's paths for tests
     std::unique_ptr<platform::HttpExchange> m_exchange;
     std::shared_ptr<std::atomic<int>> m_happened = std::make_shared<std::atomic<int>>(0);

@@ -55,6 +55,17 @@ void Hand::type(QQuickWindow &window, const QString &text)
     }
 }
 
+void Hand::replace(QQuickWindow &window, QPointF field, const QString &text)
+{
+    tap(window, field);
+    key(window, Qt::Key_A, Qt::ControlModifier);
+    if (text.isEmpty()) {
+        key(window, Qt::Key_Backspace);
+    } else {
+        type(window, text);
+    }
+}
+
 void Hand::compose(const QString &unfinished)
 {
     if (QObject *field = QGuiApplication::focusObject()) {

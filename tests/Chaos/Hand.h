@@ -35,6 +35,8 @@ public:
     void key(QQuickWindow &window, Qt::Key key, Qt::KeyboardModifiers modifiers = {});
     /// Into whatever has the keyboard.
     void type(QQuickWindow &window, const QString &text);
+    /// The text in place of what stands in the field there; an empty one leaves it empty.
+    void replace(QQuickWindow &window, QPointF field, const QString &text);
     /// As an on-screen keyboard does while a word is being put together.
     void compose(const QString &unfinished);
 

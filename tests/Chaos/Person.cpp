@@ -197,9 +197,7 @@ void Person::answer()
 void Person::showMoreProjects(const Sight &sight)
 {
     if (!sight.fields().isEmpty() && isRare(50)) {
-        m_hand.tap(*window(), Sight::middle(sight.fields().first()));
-        m_hand.key(*window(), Qt::Key_A, Qt::ControlModifier);
-        m_hand.key(*window(), Qt::Key_Backspace);
+        m_hand.replace(*window(), Sight::middle(sight.fields().first()), {});
         return;
     }
     for (const QQuickItem *control : sight.controls()) {

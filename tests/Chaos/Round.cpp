@@ -89,9 +89,7 @@ void Round::showAllProjects()
             });
         if (!sight.fields().isEmpty() &&
             !sight.fields().first()->property("text").toString().isEmpty()) {
-            m_hand.tap(*Person::window(), Sight::middle(sight.fields().first()));
-            m_hand.key(*Person::window(), Qt::Key_A, Qt::ControlModifier);
-            m_hand.key(*Person::window(), Qt::Key_Backspace);
+            m_hand.replace(*Person::window(), Sight::middle(sight.fields().first()), {});
         } else if (all == sight.controls().end()) {
             // Further left, or above.
             const QQuickItem *strip = sight.item(QStringLiteral("chipStrip"));
@@ -209,9 +207,8 @@ void Round::changeSettings()
     }
     const Sight sight(*Person::window());
     if (!sight.fields().isEmpty()) {
-        m_hand.tap(*Person::window(), Sight::middle(sight.fields().first()));
-        m_hand.key(*Person::window(), Qt::Key_A, Qt::ControlModifier);
-        m_hand.type(*Person::window(), QStringLiteral("12"));
+        m_hand.replace(*Person::window(), Sight::middle(sight.fields().first()),
+                       QStringLiteral("12"));
     }
     for (int i = 0; i < tries; ++i) {
         if (writes("saveButton", "/config")) {
