@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import TrellisportManager.Presentation
 
 // In place of the console when it can't know its service.
@@ -35,6 +36,9 @@ Window {
             contentHeight: Math.max(height, text.height + 2 * Metrics.inset)
             boundsBehavior: Flickable.StopAtBounds
             activeFocusOnTab: keys.takesTab
+            T.ScrollBar.vertical: ScrollMark {
+                objectName: "scrollMark"
+            }
 
             StyledText {
                 id: text
@@ -53,19 +57,6 @@ Window {
 
             anchors.fill: parent
             scrollArea: area
-        }
-        ScrollMark {
-            objectName: "scrollMark"
-            x: parent.width - width
-            height: parent.height
-            orientation: Qt.Vertical
-            size: area.visibleArea.heightRatio
-            position: area.visibleArea.yPosition
-            active: area.movingVertically
-            onPositionChanged: {
-                if (pressed)
-                    keys.scrollTo(keys.topY + position * area.height / size);
-            }
         }
     }
 }
