@@ -38,6 +38,18 @@ install_packages() {
     rm -f "$log"
 }
 
+# install_modules FROM TO: what the lock file in FROM names, from npm, into TO, unless it is there.
+install_modules() {
+    command -v npm >/dev/null || install_packages npm
+    mkdir -p "$2"
+    cmp -s "$1/package-lock.json" "$2/installed" && return
+    echo "Installing what $1 needs (once)..."
+    cp "$1"/*.json "$2/"
+    npm --prefix "$2" ci --ignore-scripts --no-audit --no-fund >"$2/log" 2>&1 ||
+        fail "it could not be installed; is there a network? The details are in $2/log."
+    cp "$1/package-lock.json" "$2/installed"
+}
+
 # build PRESET TARGET...: configures when needed and builds; quiet unless something fails.
 build() {
     local preset=$1 folder=build log

@@ -33,7 +33,7 @@ def handle(browser, code):
 
 
 def handle_as_usual(browser):
-    browser.call("evaluate", code="void (globalThis.fetch = globalThis.usualFetch)")
+    browser.call("evaluate", code="void (globalThis.fetch = globalThis.usualFetch ?? fetch)")
 
 
 # Silence counts after a minute, which here goes by in a moment.
@@ -47,7 +47,6 @@ SHORT_MINUTE = """void (() => {
 def run_faults(console, service, browser):
     """What the browser leaves of a fault: whether it was a reply, and little more."""
     chapter("Faults of the network")
-    handle(browser, "() => null")
     service.spoil("/dashboard", "cut")
     check_refusal(console, service, browser, "a reply that is cut off",
                   "The connection to the server was lost.")

@@ -85,13 +85,18 @@ async function windows() {
     return all.filter((client) => client.url.startsWith(home));
 }
 
+// The console that somebody looks at.
+async function front() {
+    return (await windows()).find((client) => client.visibilityState === 'visible');
+}
+
 // How the console wants a message presented that arrives while it is in front; in every way when it does
 // not run, or does not answer soon.
 const everyWay = 1 | 2 | 16;
 const [badge, sound] = [1, 2];
 async function presentation(content) {
-    const front = (await windows()).find((client) => client.visibilityState === 'visible');
-    if (!front) {
+    const seen = await front();
+    if (!seen) {
         return everyWay;
     }
     const { port1, port2 } = new MessageChannel();
@@ -99,7 +104,7 @@ async function presentation(content) {
         port1.onmessage = (event) => resolve(event.data);
         setTimeout(() => resolve(everyWay), 500);
     });
-    front.postMessage({ arrived: content }, [port2]);
+    seen.postMessage({ arrived: content }, [port2]);
     return answer;
 }
 
@@ -172,9 +177,9 @@ self.addEventListener('message', (event) => {
 
 // The browser gave this device another address: an open console tells the service, or else we do.
 self.addEventListener('pushsubscriptionchange', (event) => event.waitUntil((async () => {
-    const front = (await windows()).find((client) => client.visibilityState === 'visible');
-    if (front) {
-        front.postMessage('address changed');
+    const seen = await front();
+    if (seen) {
+        seen.postMessage('address changed');
         return;
     }
     const bytes = new TextEncoder().encode(await deviceToken(self.registration));
