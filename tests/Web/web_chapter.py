@@ -28,7 +28,6 @@ def run(console, service, browser, app):
     run_offline(console, service, browser)
     run_without_store(console, service, browser)
     run_new_version(console, service, browser, app)
-    run_text(console, service, browser)
 
 
 def run_broken_visit(console, service, browser, app):
@@ -241,14 +240,3 @@ def run_new_version(console, service, browser, app):
     console.wait_for("the dashboard is there", dashboard_chapter.tiles)
     check_equal("how often the page was loaded for it",
                 browser.call("requests").count(place) - before, 2)
-
-
-def run_text(console, service, browser):
-    """Nothing that the service says becomes part of the page."""
-    chapter("Texts are texts")
-    found = browser.call("evaluate", code="""
-        [...document.querySelectorAll('#spoken *')].map((element) => element.tagName)
-            .filter((name) => name !== 'DIV' && name !== 'BUTTON')""")
-    check_equal("other elements than those that are made for it", found, [])
-    check("the toolkit's own elements are not switched on", browser.call("evaluate", code="""
-        [...document.getElementById('screen').shadowRoot?.querySelectorAll('button') ?? []].length === 0"""))

@@ -15,6 +15,7 @@ import end_to_end
 import exchange_chapter
 import pictures_chapter
 import push_chapter
+import texts_chapter
 import web_chapter
 from browser import Browser, trust
 from browser_console import BrowserConsole
@@ -47,6 +48,7 @@ def main():
             service.stop()
             end_to_end.run(console, service)
             web_chapter.run(console, service, browser, app)
+            texts_chapter.run(console, service, browser)
             exchange_chapter.run(console, service, browser)
             push_chapter.run(console, service, browser)
             pictures_chapter.run(console, service, browser, folder)
