@@ -36,11 +36,9 @@ extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_font()
 
 void loadFonts()
 {
-    // The toolkit's own stands in for characters that the others lack.
-    for (const QString &folder : {QStringLiteral(":/console-fonts"), QStringLiteral(":/fonts")}) {
-        for (const QFileInfo &file : QDir(folder).entryInfoList(QDir::Files)) {
-            QFontDatabase::addApplicationFont(file.filePath());
-        }
+    for (const QFileInfo &file :
+         QDir(QStringLiteral(":/console-fonts")).entryInfoList(QDir::Files)) {
+        QFontDatabase::addApplicationFont(file.filePath());
     }
     trellisport_font_families();
     const QStringList later =
