@@ -13,6 +13,7 @@ from pathlib import Path
 
 import end_to_end
 import exchange_chapter
+import fonts_chapter
 import pictures_chapter
 import push_chapter
 import texts_chapter
@@ -51,6 +52,7 @@ def main():
             texts_chapter.run(console, service, browser)
             exchange_chapter.run(console, service, browser)
             push_chapter.run(console, service, browser)
+            fonts_chapter.run(console, service, browser, app)
             pictures_chapter.run(console, service, browser, folder)
             web_chapter.run_broken_visit(console, service, browser, app)
             service.stop()
