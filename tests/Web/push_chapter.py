@@ -1,4 +1,4 @@
-"""Messages of the service in a browser: how they are asked for, shown, and opened.
+"""Messages of the service in a browser: how they are shown, and opened.
 
 The browser's own push service is elsewhere; messages are handed to the service worker as the browser
 would, by what its developers can ask of it.
@@ -10,52 +10,46 @@ import dashboard_chapter
 import workspace_chapter
 from harness.checks import chapter, check, check_equal, wait_until
 
-# In place of the browser's push service, which needs the network: an address, and keys.
-PUSH_SERVICE = """(() => {
-    if (!('PushManager' in globalThis)) { return; }
-    const bytes = (size, first) => Uint8Array.from({ length: size }, (_, index) => index ? index : first);
-    const text = (array) => btoa(String.fromCharCode(...array)).replaceAll('+', '-').replaceAll('/', '_')
-        .replaceAll('=', '');
-    PushManager.prototype.subscribe = async function (options) {
-        globalThis.askedFor = { visible: options.userVisibleOnly, key: text(options.applicationServerKey) };
-        return { toJSON: () => ({ endpoint: 'https://push.example/a-phone',
-            keys: { p256dh: text(bytes(65, 4)), auth: text(bytes(16, 1)) } }) };
+# In place of what only a real finger may ask a browser for: bringing a page to the front, which not every
+# system does, and opening one, of which the service worker is not told which it is, as some have it.
+FRONT = """{
+    self.broughtToFront = [];
+    WindowClient.prototype.focus = async function () {
+        self.broughtToFront.push(this.url);
+        if (%s) { throw new DOMException('not here', 'InvalidAccessError'); }
+        return this;
     };
-    // A browser that asks only when something was touched.
-    if (location.pathname.startsWith('/app/') && globalThis.localStorage?.asksWhenTouched) {
-        let [permission, touched] = ['default', false];
-        addEventListener('pointerup', () => {
-            touched = true;
-            setTimeout(() => { touched = false; });
-        }, true);
-        Object.defineProperty(Notification, 'permission', { get: () => permission });
-        Notification.requestPermission = async () => {
-            permission = touched ? 'granted' : permission;
-            return permission;
-        };
-    }
-})()"""
-
-
-# In place of what only a real finger may ask a browser for: the page is opened from outside, and the
-# service worker is not told which it is, as some browsers have it.
-OPENING = """Clients.prototype.openWindow = async (url) => {
-    self.askedToOpen = url;
-    return null;
+    Clients.prototype.openWindow = async (url) => {
+        self.broughtToFront.push(`a new ${url}`);
+        return null;
+    };
 }"""
+# No page of a browser that is driven from outside is ever behind: it is said to be, and stands still as
+# those that are behind for long.
+SEEN_BY_WORKER = """void Object.defineProperty(WindowClient.prototype, 'visibilityState',
+    { configurable: true, get: () => '%s' })"""
+SEEN_BY_PAGE = """{
+    Object.defineProperty(document, 'visibilityState', { configurable: true, get: () => '%s' });
+    document.dispatchEvent(new Event('visibilitychange'));
+}"""
+
+# Not while the service worker shows one: browsers forget some then.
+LISTED = "inTurn(() => self.registration.getNotifications())"
 
 
 def run(console, service, browser):
-    run_first_touch(console, service, browser)
-    run_registration(console, service, browser)
+    console.stop()
+    console.start(service)
+    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
     project = next(one for one in service.get("/projects?status=awarded")
                    if workspace_chapter.projects_chapter.typeable(one))
     run_shown(console, service, browser, project)
     run_tapped(console, service, browser, project)
+    run_behind(console, service, browser, project)
     run_closed(console, service, browser, project)
     run_damaged(console, browser)
+    run_together(console, service, browser)
     run_badge(console, service, browser)
-    run_other_address(console, service, browser)
 
 
 def content(project, kind="decision_needed", **more):
@@ -64,7 +58,7 @@ def content(project, kind="decision_needed", **more):
 
 
 def notifications(browser):
-    return browser.call("inWorker", code="""self.registration.getNotifications().then((all) => all.map(
+    return browser.call("inWorker", code=LISTED + """.then((all) => all.map(
         ({ title, body, tag, requireInteraction, silent }) =>
             ({ title, body, tag, requireInteraction, silent })))""")
 
@@ -74,34 +68,6 @@ def deliver(console, service, browser, data):
     registration = wait_until("the service worker's number",
                               lambda: browser.call("registration", origin=origin))
     browser.call("deliver", origin=origin, registration=registration, data=data)
-
-
-def run_first_touch(console, service, browser):
-    chapter("A browser that asks for permission only when something was touched")
-    browser.call("evaluate", code="localStorage.asksWhenTouched = 'yes'")
-    console.stop()
-    before = service.count("POST", "/devices")
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
-    console.look_at_rest()
-    check_equal("what the service is told before", service.count("POST", "/devices"), before)
-    browser.call("tap", x=195, y=30)
-    wait_until("the first touch asks", lambda: service.count("POST", "/devices") > before)
-    check("the first touch asks", True)
-    browser.call("evaluate", code="localStorage.clear()")
-
-
-def run_registration(console, service, browser):
-    chapter("The address for messages")
-    before = service.count("POST", "/devices")
-    console.stop()
-    console.start(service)
-    wait_until("the service is told", lambda: service.count("POST", "/devices") > before)
-    token = json.loads(bytes.fromhex(service.devices()[-1]))
-    check_equal("what it is told", sorted(token), ["auth", "endpoint", "p256dh"])
-    check_equal("the address", token["endpoint"], "https://push.example/a-phone")
-    asked = browser.call("evaluate", code="askedFor")
-    check_equal("how it was asked for", asked, {"visible": True, "key": service.push_key()})
 
 
 def run_shown(console, service, browser, project):
@@ -121,16 +87,18 @@ def run_shown(console, service, browser, project):
 
 def tap(browser, tag):
     """What the browser does when a notification is tapped."""
-    browser.call("inWorker", code=f"""self.registration.getNotifications({{ tag: '{tag}' }}).then(([one]) =>
-        {{ self.dispatchEvent(new NotificationEvent('notificationclick', {{ notification: one }})); }})""")
+    browser.call("inWorker", code=LISTED + f""".then((all) => void self.dispatchEvent(
+        new NotificationEvent('notificationclick', {{ notification: all.find((one) => one.tag === '{tag}') }})))""")
 
 
 def run_tapped(console, service, browser, project):
     chapter("A message is tapped")
     dashboard_chapter.show_tab(console, "Settings")
+    stub_front(browser, refuses=True)
     tap(browser, "m1")
     dashboard_chapter.wait_for_tab(console, "Projects")
     check("it leads to the projects", True)
+    check_equal("what is asked to the front, in vain", brought_to_front(browser), [page_of(service)])
     check_equal("the notification is gone", [one for one in notifications(browser) if one["tag"]], [])
     workspace_chapter.projects_chapter.open_project(console, service, project)
     # The first tap's tab still waits, since no project was open; the same once more changes nothing.
@@ -152,16 +120,49 @@ def tagged(browser, tag):
     return [one for one in notifications(browser) if one["tag"] == tag]
 
 
+def stub_front(browser, refuses=False):
+    browser.call("inWorker", code=FRONT % ("true" if refuses else "false"))
+
+
+def brought_to_front(browser):
+    return browser.call("inWorker", code="self.broughtToFront")
+
+
+def page_of(service):
+    return service.base_url.removesuffix("/api/v1") + "/app/"
+
+
+def put_behind(browser, is_behind):
+    seen, state = ("hidden", "frozen") if is_behind else ("visible", "active")
+    browser.call("inWorker", code=SEEN_BY_WORKER % seen)
+    browser.call("protocol", method="Page.setWebLifecycleState", parameters={"state": state})
+    browser.call("evaluate", code=SEEN_BY_PAGE % seen)
+
+
+def run_behind(console, service, browser, project):
+    chapter("A message is tapped while the console is behind")
+    put_behind(browser, True)
+    stub_front(browser)
+    deliver(console, service, browser, content(project, kind="dev_error", id="m5"))
+    wait_until("it is shown", lambda: tagged(browser, "m5"))
+    tap(browser, "m5")
+    wait_until("the console is brought to the front", lambda: brought_to_front(browser))
+    put_behind(browser, False)
+    console.wait_for("the open project shows its logs",
+                     lambda seen: workspace_chapter.selected_tab(seen) == ["Logs"])
+    check("the console that comes to the front shows the project's logs", True)
+    check_equal("what was brought to the front", brought_to_front(browser), [page_of(service)])
+
+
 def run_closed(console, service, browser, project):
     chapter("A message is tapped while no console is open")
     console.stop()
     deliver(console, service, browser, content(project, kind="dev_error", id="m3"))
     wait_until("it is shown", lambda: tagged(browser, "m3"))
-    browser.call("inWorker", code=OPENING)
+    stub_front(browser)
     tap(browser, "m3")
-    wait_until("a page is asked for", lambda: browser.call("inWorker", code="self.askedToOpen"))
-    check_equal("the page that is asked for", browser.call("inWorker", code="self.askedToOpen"),
-                service.base_url.removesuffix("/api/v1") + "/app/")
+    wait_until("a page is asked for", lambda: brought_to_front(browser))
+    check_equal("the page that is asked for", brought_to_front(browser), [f"a new {page_of(service)}"])
     console.start(service)
     dashboard_chapter.wait_for_tab(console, "Projects")
     check("the console that opens for it shows the projects", True)
@@ -177,10 +178,20 @@ def run_damaged(console, browser):
     console.stop()
 
 
+def run_together(console, service, browser):
+    chapter("Messages that come together")
+    before = len(notifications(browser))
+    for number in range(40):
+        deliver(console, service, browser, f"Message {number}")
+    wait_until("all of them stay", lambda: len(notifications(browser)) == before + 40,
+               detail=lambda: len(notifications(browser)))
+    check("all of them stay", True)
+
+
 def run_badge(console, service, browser):
     chapter("The badge")
     # Notifications that the system takes away tell nobody.
-    browser.call("inWorker", code="""self.registration.getNotifications().then((all) => {
+    browser.call("inWorker", code=LISTED + """.then((all) => {
         self.navigator.setAppBadge = async (count) => {
             self.badge = count;
             throw new Error('there is no place for it');
@@ -188,26 +199,24 @@ def run_badge(console, service, browser):
         all.forEach((one) => one.close());
     })""")
     check_equal("the badge before", browser.call("inWorker", code="self.badge"), None)
+
+    def counts(number):
+        wait_until(f"the badge says {number}",
+                   lambda: browser.call("inWorker", code="self.badge") == number,
+                   detail=lambda: (browser.call("inWorker", code="self.badge"), notifications(browser)))
+
     console.start(service)
-    wait_until("it is counted again when the console starts",
-               lambda: browser.call("inWorker", code="self.badge") == 0)
+    counts(0)
     check("it is counted again when the console starts", True)
-
-
-def run_other_address(console, service, browser):
-    chapter("The browser gives another address")
-    browser.call("inWorker", code=PUSH_SERVICE)
-
-    def change():
-        browser.call("inWorker", code="""void self.dispatchEvent(
-            new ExtendableEvent('pushsubscriptionchange'))""")
-
-    for where, prepare in (("an open console tells the service", lambda: None),
-                           ("without one the service worker does", console.stop)):
-        prepare()
-        before = service.count("POST", "/devices")
-        change()
-        wait_until(where, lambda known=before: service.count("POST", "/devices") > known)
-        check_equal(f"{where}: the address", json.loads(bytes.fromhex(service.devices()[-1]))["endpoint"],
-                    "https://push.example/a-phone")
-    check_equal("the addresses that the service has then", len(service.devices()), 1)
+    console.stop()
+    for data in ("One", "Another"):
+        deliver(console, service, browser, data)
+    counts(2)
+    check("it counts what is shown", True)
+    # What a browser does when somebody wipes one away.
+    browser.call("inWorker", code=LISTED + """.then(([one]) => {
+        one.close();
+        self.dispatchEvent(new NotificationEvent('notificationclose', { notification: one }));
+    })""")
+    counts(1)
+    check("and what is left of it", True)

@@ -11,6 +11,7 @@ import sys
 import tempfile
 from pathlib import Path
 
+import address_chapter
 import end_to_end
 import exchange_chapter
 import fonts_chapter
@@ -44,16 +45,18 @@ def main():
             service.start()
             trust(home, service.authority)
             browser.start(*PHONE, granted=["notifications"],
-                          script=push_chapter.PUSH_SERVICE + web_chapter.FIRST_PICTURE)
+                          script=address_chapter.PUSH_SERVICE + web_chapter.FIRST_PICTURE)
             web_chapter.run_first_visit(console, service, browser)
             service.stop()
             end_to_end.run(console, service)
             web_chapter.run(console, service, browser, app)
             texts_chapter.run(console, service, browser)
             exchange_chapter.run(console, service, browser)
+            address_chapter.run(console, service, browser)
             push_chapter.run(console, service, browser)
             fonts_chapter.run(console, service, browser, app)
             pictures_chapter.run(console, service, browser, folder)
+            console.check_quiet()
             web_chapter.run_broken_visit(console, service, browser, app)
             service.stop()
             browser.stop()

@@ -108,7 +108,16 @@ async function presentation(content) {
     return answer;
 }
 
-async function showBadge() {
+// One after the other: some browsers forget a notification when they are asked for all of them while it
+// comes to be shown, and then nobody hears that it was tapped.
+let last = Promise.resolve();
+function inTurn(act) {
+    const result = last.then(act);
+    last = result.catch(() => {});
+    return result;
+}
+
+async function countBadge() {
     try {
         const waiting = await self.registration.getNotifications();
         await self.navigator.setAppBadge?.(waiting.filter(({ data }) => data?.options & badge).length);
@@ -117,6 +126,8 @@ async function showBadge() {
     }
 }
 
+const showBadge = () => inTurn(countBadge);
+
 self.addEventListener('push', (event) => {
     event.waitUntil((async () => {
         const content = decoded(event.data?.arrayBuffer() ?? new ArrayBuffer(0));
@@ -124,14 +135,14 @@ self.addEventListener('push', (event) => {
         const options = await presentation(content);
         // Browsers show what arrives, or think ill of it; so the banner is not a choice. The same message
         // once more takes the place of the first.
-        await self.registration.showNotification(title, {
+        await inTurn(() => self.registration.showNotification(title, {
             body,
             tag: id,
             icon: '192.png',
             requireInteraction: isUrgent,
             silent: !(options & sound),
             data: { content, options },
-        });
+        }));
         await showBadge();
     })());
 });
