@@ -69,8 +69,8 @@ public:
 };
 
 /// The platform's HTTP: TLS always verified, redirects not followed, no credentials, no cookies,
-/// 60 seconds without progress as the time-out, the protocol's default caching for GET in memory.
-/// A POST or PUT reaches the server at most once.
+/// 60 seconds without progress as the time-out, the protocol's default caching for GET, in memory.
+/// A POST or PUT reaches the server at most once. (A browser may keep on disk, and send anew.)
 class HttpSession {
 public:
     /// Called exactly once for every exchange, on a thread of the session's choosing and never from
