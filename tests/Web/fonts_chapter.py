@@ -32,6 +32,7 @@ TITLES = """async (address, request) => {
 def run(console, service, browser, app):
     run_scripts(console, service, browser, app)
     run_emoji(console, service, browser, app)
+    run_composed(console, service, browser)
     handle_as_usual(browser)
 
 
@@ -70,6 +71,21 @@ def run_emoji(console, service, browser, app):
     show(console, browser, [FAMILY])
     wait_until("joined they are one", lambda: 0 < width(titles(console, [FAMILY])[FAMILY]) < ONE, 60)
     check_equal("how often all of the font was fetched", fetched(browser, before).count(whole), 1)
+
+
+def run_composed(console, service, browser):
+    """As by a keyboard of Japanese: what is typed is in the field, and not yet the field's."""
+    chapter("Text that is being composed")
+    before = start(console, service, browser)
+    console.focus(projects_chapter.SEARCH)
+    browser.call("protocol", method="Input.imeSetComposition",
+                 parameters={"text": JAPANESE, "selectionStart": 0, "selectionEnd": 0})
+    wait_until("its font is fetched", lambda: stems(fetched(browser, before)) == [SCRIPTS[JAPANESE]])
+    check_equal("what the field holds meanwhile", console.field_text(projects_chapter.SEARCH), "")
+    browser.call("protocol", method="Input.insertText", parameters={"text": JAPANESE})
+    console.wait_for("it is taken in the end",
+                     lambda seen: console.field_text(projects_chapter.SEARCH) == JAPANESE)
+    check("its font is there before it is taken", True)
 
 
 def start(console, service, browser):

@@ -18,8 +18,12 @@ addToLibrary({
     },
 
     // The families' names, a line each.
-    trellisport_font_families__deps: ['$fontsOnOffer', '$giveText'],
-    trellisport_font_families: () => giveText(fontsOnOffer().map(({ family }) => family).join('\n')),
+    trellisport_font_families__deps: ['$fetchFontsFor', '$fontsOnOffer', '$giveText'],
+    trellisport_font_families: () => {
+        // What is still being composed is not among what is told of the screen.
+        window.addEventListener('compositionupdate', ({ data }) => fetchFontsFor(data), { capture: true });
+        giveText(fontsOnOffer().map(({ family }) => family).join('\n'));
+    },
 
     // What can't be had now is asked for again with the next text.
     $fetchFontsFor__deps: ['$fontsOnOffer', '$fontsComing', '$offeredFonts'],
