@@ -3,12 +3,15 @@
 import json
 
 import dashboard_chapter
+import decisions_chapter
 import projects_chapter
-from exchange_chapter import handle, handle_as_usual
+import workspace_chapter
+from exchange_chapter import handle, handle_as_usual, open_decisions
 from harness.checks import chapter, check, check_equal, wait_until
 
 HEBREW, ARABIC, JAPANESE, KOREAN = "\u05e9\u05dc\u05d5\u05dd", "\u0645\u0631\u062d\u0628\u0627", \
     "\u6771\u4eac \u30d7\u30ed", "\ud55c\uad6d\uc5b4"
+THAI, THAI_FONT = "\u0e44\u0e17\u0e22", "NotoSansThai-Regular"
 THUMB, GERMANY = "\U0001f44d", "\U0001f1e9\U0001f1ea"
 PEOPLE = ("\U0001f468", "\U0001f469", "\U0001f467")
 FAMILY = "\u200d".join(PEOPLE)
@@ -74,17 +77,22 @@ def run_emoji(console, service, browser, app):
 
 
 def run_composed(console, service, browser):
-    """As by a keyboard of Japanese: what is typed is in the field, and not yet the field's."""
+    """What is typed is in the field, and not yet the field's."""
     chapter("Text that is being composed")
     before = start(console, service, browser)
-    console.focus(projects_chapter.SEARCH)
+    handle_as_usual(browser)
+    console.keys("F5")
+    open_decisions(console, service)
+    workspace_chapter.open_tab(console, "Decisions")
+    console.focus(decisions_chapter.FIELD)
+    check("its font was not needed before", THAI_FONT not in stems(fetched(browser, before)))
     browser.call("protocol", method="Input.imeSetComposition",
-                 parameters={"text": JAPANESE, "selectionStart": 0, "selectionEnd": 0})
-    wait_until("its font is fetched", lambda: stems(fetched(browser, before)) == [SCRIPTS[JAPANESE]])
-    check_equal("what the field holds meanwhile", console.field_text(projects_chapter.SEARCH), "")
-    browser.call("protocol", method="Input.insertText", parameters={"text": JAPANESE})
+                 parameters={"text": THAI, "selectionStart": 0, "selectionEnd": 0})
+    wait_until("its font is fetched", lambda: THAI_FONT in stems(fetched(browser, before)))
+    check_equal("what the field holds meanwhile", console.field_text(decisions_chapter.FIELD), "")
+    browser.call("protocol", method="Input.insertText", parameters={"text": THAI})
     console.wait_for("it is taken in the end",
-                     lambda seen: console.field_text(projects_chapter.SEARCH) == JAPANESE)
+                     lambda seen: console.field_text(decisions_chapter.FIELD) == THAI)
     check("its font is there before it is taken", True)
 
 

@@ -20,7 +20,7 @@ addToLibrary({
     // The families' names, a line each.
     trellisport_font_families__deps: ['$fetchFontsFor', '$fontsOnOffer', '$giveText'],
     trellisport_font_families: () => {
-        // What is still being composed is not among what is told of the screen.
+        // What is still being composed in a field of several lines is not told as a part of the screen.
         window.addEventListener('compositionupdate', ({ data }) => fetchFontsFor(data), { capture: true });
         giveText(fontsOnOffer().map(({ family }) => family).join('\n'));
     },
