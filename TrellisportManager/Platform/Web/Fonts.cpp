@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QFont>
 #include <QFontDatabase>
+#include <QGuiApplication>
+#include <QWindow>
 
 #include <emscripten.h>
 
@@ -28,10 +30,14 @@ extern "C" EMSCRIPTEN_KEEPALIVE char *trellisport_font_memory(int size)
     return content.data();
 }
 
-/// The toolkit lays out anew whatever is drawn with fonts.
+/// The toolkit lays out anew whatever is drawn with fonts, but only with the next frame, for which
+/// it does not ask.
 extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_font()
 {
     QFontDatabase::addApplicationFontFromData(std::exchange(content, {}));
+    for (QWindow *window : QGuiApplication::topLevelWindows()) {
+        window->requestUpdate();
+    }
 }
 
 void loadFonts()

@@ -10,14 +10,15 @@ const said = [];
 const requests = [];
 const opened = [];
 
-// Whether something still changes, or is drawn without its font. What has arrived is seen in the second
-// picture at the latest.
+// Whether something still changes, or is drawn without its font. A font that has just arrived is seen in the
+// second picture at the latest, so that all has to be quiet before these two and behind them.
 const busy = () => page.evaluate(async () => {
-    for (let pictures = 0; pictures < 2; ++pictures) {
+    const changes = () => document.getElementById('spoken')?.ariaBusy !== 'false'
+        || Number(document.getElementById('screen')?.dataset.fontsComing ?? 0) > 0;
+    for (let pictures = 0; pictures < 2 && !changes(); ++pictures) {
         await new Promise((resolve) => requestAnimationFrame(() => setTimeout(resolve)));
     }
-    return document.getElementById('spoken')?.ariaBusy !== 'false'
-        || Number(document.getElementById('screen')?.dataset.fontsComing ?? 0) > 0;
+    return changes();
 });
 
 const look = () => page.evaluate(() => {
