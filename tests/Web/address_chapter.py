@@ -40,8 +40,18 @@ PUSH_SERVICE = """(() => {
             return permission;
         };
     }
-})()"""
-
+    // One whose user closes the question without an answer.
+    if (wishes.leavesQuestion) {
+        globalThis.questions = { asked: 0, left: 0 };
+        Object.defineProperty(Notification, 'permission', { get: () => 'default' });
+        Notification.requestPermission = async () => {
+            ++questions.asked;
+            await new Promise((resolve) => { globalThis.leaveQuestion = resolve; });
+            ++questions.left;
+            return 'default';
+        };
+    }
+})();"""
 
 PAGE = "https://push.example/a-page"
 WORKER = "https://push.example/a-worker"
@@ -49,6 +59,7 @@ WORKER = "https://push.example/a-worker"
 
 def run(console, service, browser):
     run_first_touch(console, service, browser)
+    run_left_question(console, service, browser)
     run_registration(console, service, browser)
     run_other_key(console, service, browser)
     run_other_address(console, service, browser)
@@ -76,6 +87,25 @@ def run_first_touch(console, service, browser):
     browser.call("tap", x=195, y=30)
     wait_until("the first touch asks", lambda: service.count("POST", "/devices") > before)
     check("the first touch asks", True)
+
+
+def run_left_question(console, service, browser):
+    chapter("The question for permission is closed without an answer")
+    before = service.count("POST", "/devices")
+    start_where(console, service, browser, "leavesQuestion")
+    wait_until("it is asked", lambda: browser.call("evaluate", code="questions.asked"))
+    # Nobody reads it in less than that.
+    browser.call("evaluate", code="""new Promise((resolve) => {
+        let steps = 0;
+        const step = () => (++steps < 40 ? setTimeout(step, 50) : resolve(leaveQuestion()));
+        step();
+    })""")
+    wait_until("it is left", lambda: browser.call("evaluate", code="questions.left"))
+    console.look_at_rest()
+    browser.call("tap", x=195, y=30)
+    console.look_at_rest()
+    check_equal("how often it was asked", browser.call("evaluate", code="questions.asked"), 1)
+    check_equal("what the service is told", service.count("POST", "/devices"), before)
 
 
 def run_registration(console, service, browser):

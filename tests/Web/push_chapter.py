@@ -88,7 +88,8 @@ def run_shown(console, service, browser, project):
 def tap(browser, tag):
     """What the browser does when a notification is tapped."""
     browser.call("inWorker", code=LISTED + f""".then((all) => void self.dispatchEvent(
-        new NotificationEvent('notificationclick', {{ notification: all.find((one) => one.tag === '{tag}') }})))""")
+        new NotificationEvent('notificationclick',
+            {{ notification: all.find((one) => one.tag === '{tag}') }})))""")
 
 
 def run_tapped(console, service, browser, project):

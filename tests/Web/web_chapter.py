@@ -1,33 +1,36 @@
-"""What only a browser has: a page that is installed and starts by itself, its history, its keyboard."""
+"""What only a browser has: a page that is installed, its edges, its keyboard."""
 
 import json
 
 import dashboard_chapter
 import projects_chapter
-import workspace_chapter
-from browser import BrowserError
 from harness.checks import chapter, check, check_equal, wait_until
 
 FIELD = "document.querySelector('body > input')"
 
 
-# Tells whether something was drawn on when the page's own words for its start went.
+# Tells whether something was drawn on when the page's own words for its start went; and whether the
+# program had come when the page asked for its service worker, which asks for all of it.
 FIRST_PICTURE = """
+if (globalThis.ServiceWorkerContainer) {
+    const usual = ServiceWorkerContainer.prototype.register;
+    ServiceWorkerContainer.prototype.register = function (...all) {
+        globalThis.hadProgram = performance.getEntriesByType('resource')
+            .some(({ name, responseEnd }) => name.endsWith('.wasm') && responseEnd > 0);
+        return usual.apply(this, all);
+    };
+}
 new MutationObserver(() => {
     globalThis.startWentFor ??= document.querySelector('#screen > *') ? 'a picture' : 'nothing';
 }).observe(document, { subtree: true, attributes: true, attributeFilter: ['hidden'] });
 """
 
 
-def run(console, service, browser, app):
+def run(console, service, browser):
     run_page(console, service, browser)
     run_sizes(console, browser)
+    run_edges(console, browser)
     run_keyboard(console, browser)
-    run_history(console, service, browser)
-    run_history_alone(console, service, browser)
-    run_offline(console, service, browser)
-    run_without_store(console, service, browser)
-    run_new_version(console, service, browser, app)
 
 
 def run_broken_visit(console, service, browser, app):
@@ -55,6 +58,8 @@ def run_first_visit(console, service, browser):
     wait_until("the service worker is there",
                lambda: browser.call("evaluate", code="navigator.serviceWorker.ready.then(() => true)"))
     check("the page has left a service worker", True)
+    check("which it began when the program was there",
+          browser.call("evaluate", code="globalThis.hadProgram"))
     console.stop()
 
 
@@ -67,6 +72,9 @@ def run_page(console, service, browser):
     manifest = json.loads(browser.call("protocol", method="Page.getAppManifest")["data"])
     check_equal("the installed application", (manifest["name"], manifest["display"]),
                 ("TrellisportManager", "standalone"))
+    # Another application of the same host is another one.
+    check_equal("what it is known by", browser.call("protocol", method="Page.getAppId")["appId"],
+                service.base_url.removesuffix("/api/v1") + "/app/")
     policy = browser.call("evaluate", code="""
         fetch('./').then((reply) => reply.headers.get('content-security-policy'))""")
     check("its policy lets no foreign or made-up code run", "script-src 'self' 'wasm-unsafe-eval'"
@@ -81,8 +89,6 @@ def run_page(console, service, browser):
         const { x, y, width, height } = document.getElementById('screen').getBoundingClientRect();
         return [x, y, width, height, innerWidth, innerHeight]; })()""")
     check_equal("the place that the console takes", size[:4], [0, 0, size[4], size[5]])
-
-
     check_equal("what the page's own words for its start go for",
                 browser.call("evaluate", code="globalThis.startWentFor"), "a picture")
     check("what is for browsers that are too old is gone",
@@ -113,6 +119,38 @@ def run_sizes(console, browser):
     check("the console keeps its height in an enlarged page", True)
 
 
+def run_edges(console, browser):
+    chapter("The edges that a phone keeps for itself, and a keyboard over the page")
+
+    def places():
+        screen = console.look()
+        title, tabs = screen.first("heading", "Dashboard"), screen.first("page tab list")
+        return [title.x, title.y, tabs.bottom] if title and tabs else None
+
+    def keep(**edges):
+        browser.call("protocol", method="Emulation.setSafeAreaInsetsOverride",
+                     parameters={"insets": edges})
+        # Phones give other edges when they are turned.
+        browser.call("evaluate", code="void dispatchEvent(new Event('resize'))")
+
+    x, y, bottom = places()
+    for what, edges, wanted in (("above and below", {"top": 40, "bottom": 30}, [x, y + 40, bottom - 30]),
+                                ("to the left", {"left": 44}, [x + 44, y, bottom]),
+                                ("none", {}, [x, y, bottom])):
+        keep(**edges)
+        wait_until(f"the console leaves the edges: {what}", lambda all=wanted: places() == all,
+                   detail=lambda all=wanted: f"{places()} in place of {all}")
+        check(f"the console leaves the edges: {what}", True)
+    # A browser that lays its keyboard over the page only says how much it leaves.
+    leaves = """{ %s; visualViewport.dispatchEvent(new Event('resize')); }"""
+    browser.call("evaluate", code=leaves % """Object.defineProperty(visualViewport, 'height',
+        { configurable: true, get: () => 500 })""")
+    wait_until("the console takes what a keyboard leaves", lambda: places() == [x, y, 500], detail=places)
+    browser.call("evaluate", code=leaves % "delete visualViewport.height")
+    wait_until("and all when it goes", lambda: places() == [x, y, bottom], detail=places)
+    check("the console takes what a keyboard leaves", True)
+
+
 def input_mode(browser):
     return browser.call("evaluate", code=f"{FIELD}.inputMode")
 
@@ -140,103 +178,3 @@ def run_keyboard(console, browser):
     wait_until("no keyboard stays", lambda: input_mode(browser) == "none",
                detail=lambda: input_mode(browser))
     check("the page's field asks for the keys that the console's field takes", True)
-
-
-def run_history(console, service, browser):
-    chapter("The browser's way back")
-    project = workspace_chapter.newest(service)
-    dashboard_chapter.show_tab(console, "Projects")
-    for _ in range(2):
-        projects_chapter.open_project(console, service, project)
-        browser.call("evaluate", code="history.back()")
-        console.wait_for("it leads back to the list",
-                         lambda seen: seen.has("text", projects_chapter.SEARCH)
-                         and not seen.has("page tab", "Overview"))
-        check("it leads back to the list, and the page stays",
-              console.look().has("page tab", "Projects"))
-    console.keys("Escape")
-
-
-def run_history_alone(console, service, browser):
-    """As in an installed console, where nothing lies behind the page."""
-    chapter("The way back where nothing lies behind")
-    project = workspace_chapter.newest(service)
-    console.stop()
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
-    browser.call("protocol", method="Page.resetNavigationHistory")
-    dashboard_chapter.show_tab(console, "Projects")
-    for _ in range(2):
-        browser.call("tap", x=195, y=30)
-        wait_until("a touch makes a place to go back from",
-                   lambda: browser.call("evaluate", code="history.state") == "console")
-        browser.call("evaluate", code="history.back()")
-        wait_until("a root tab is left", lambda: browser.call("evaluate", code="history.state") is None)
-    browser.call("tap", x=195, y=30)
-    projects_chapter.open_project(console, service, project)
-    browser.call("evaluate", code="history.back()")
-    console.wait_for("the way back still leads from a project to the list",
-                     lambda seen: seen.has("text", projects_chapter.SEARCH)
-                     and not seen.has("page tab", "Overview"))
-    check("the way back still leads from a project to the list", True)
-
-
-def run_offline(console, service, browser):
-    chapter("Without a network")
-    browser.call("offline", on=True)
-    try:
-        browser.call("reload")
-        console.wait_for_words()
-        console.wait_for("the program starts from what the service worker keeps",
-                         lambda seen: seen.shows("The server could not be reached."), 60)
-        check("it says that the service can't be reached", True)
-    finally:
-        browser.call("offline", on=False)
-    console.keys("F5")
-    dashboard_chapter.check_figures(console, service)
-
-
-def run_without_store(console, service, browser):
-    chapter("A browser that lost what was kept")
-    console.stop()
-    browser.call("inWorker", code="""{
-        self.usualOpen = CacheStorage.prototype.open;
-        CacheStorage.prototype.open = async () => { throw new Error('there is no store'); };
-    }""")
-    console.start(service)
-    console.wait_for("the console starts from the network", dashboard_chapter.tiles)
-    check("the console starts from the network", True)
-    browser.call("inWorker", code="void (CacheStorage.prototype.open = self.usualOpen)")
-
-
-def run_new_version(console, service, browser, app):
-    """The page that is open goes on; the next start has the new version."""
-    chapter("A new version")
-    for name, old, new in (("index.html", "<title>TrellisportManager<", "<title>Newer<"),
-                           ("service-worker.js", "cacheName = `", "cacheName = `newer-")):
-        content = (app / name).read_text(encoding="utf-8")
-        check(f"{name} can be made newer", old in content)
-        (app / name).write_text(content.replace(old, new), encoding="utf-8")
-        for packed in app.glob(f"{name}.*"):
-            packed.unlink()
-    title = "document.title"
-    browser.call("evaluate", code="navigator.serviceWorker.getRegistration().then((one) => one.update())")
-    wait_until("the new version has come", lambda: browser.call("evaluate", code="""
-        navigator.serviceWorker.getRegistration().then((one) => one.waiting !== null)"""))
-    check_equal("the page that is open", browser.call("evaluate", code=title), "TrellisportManager")
-    check("it goes on", dashboard_chapter.tiles(console.look_at_rest()))
-    place = ["GET", service.base_url.removesuffix("/api/v1") + "/app/"]
-    before = browser.call("requests").count(place)
-    browser.call("reload")
-
-    def is_new():
-        try:
-            return browser.call("evaluate", code=title) == "Newer"
-        except BrowserError:
-            return False  # The page just changes.
-
-    wait_until("the next start has the new version", is_new)
-    console.wait_for_words()
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
-    check_equal("how often the page was loaded for it",
-                browser.call("requests").count(place) - before, 2)

@@ -12,12 +12,16 @@ import tempfile
 from pathlib import Path
 
 import address_chapter
+import elements_chapter
 import end_to_end
 import exchange_chapter
 import fonts_chapter
+import history_chapter
+import missing_fonts_chapter
 import pictures_chapter
 import push_chapter
 import texts_chapter
+import version_chapter
 import web_chapter
 from browser import Browser, trust
 from browser_console import BrowserConsole
@@ -45,17 +49,22 @@ def main():
             service.start()
             trust(home, service.authority)
             browser.start(*PHONE, granted=["notifications"],
-                          script=address_chapter.PUSH_SERVICE + web_chapter.FIRST_PICTURE)
+                          script=address_chapter.PUSH_SERVICE + web_chapter.FIRST_PICTURE
+                          + version_chapter.LONG_WAIT)
             web_chapter.run_first_visit(console, service, browser)
             service.stop()
             end_to_end.run(console, service)
-            web_chapter.run(console, service, browser, app)
+            web_chapter.run(console, service, browser)
+            history_chapter.run(console, service, browser)
+            version_chapter.run(console, service, browser, app)
             texts_chapter.run(console, service, browser)
             exchange_chapter.run(console, service, browser)
+            elements_chapter.run(console, browser)
             address_chapter.run(console, service, browser)
             push_chapter.run(console, service, browser)
             fonts_chapter.run(console, service, browser, app)
             pictures_chapter.run(console, service, browser, folder)
+            missing_fonts_chapter.run(console, service, browser)
             console.check_quiet()
             web_chapter.run_broken_visit(console, service, browser, app)
             service.stop()

@@ -4,8 +4,12 @@
 // Only a browser that understands this gets here.
 document.getElementById('old').remove();
 
-const registered = navigator.serviceWorker?.register('service-worker.js')
-    ?? Promise.reject(new Error('this browser has no service workers'));
+// The service worker asks for all of the program: once it is there, so that it is not sent twice.
+let programIsThere = null;
+const registered = new Promise((resolve) => {
+    programIsThere = resolve;
+}).then(() => navigator.serviceWorker?.register('service-worker.js')
+    ?? Promise.reject(new Error('this browser has no service workers')));
 registered.catch((problem) => {
     console.warn(`without a service worker there are no messages: ${problem.message}`);
 });
@@ -56,7 +60,13 @@ async function takeOver() {
         workers.addEventListener('controllerchange', () => resolve(true), { once: true });
         // The one before has something to do: the next time, then.
         setTimeout(() => resolve(false), 3000);
+        workers.addEventListener('message', ({ data }) => {
+            if (data === 'tapped') {
+                resolve(false);
+            }
+        });
     });
+    workers.controller.postMessage('starting');
     waiting.postMessage('take over');
     // It does not take over while the one before still hands out the program, of which the page reads
     // no more than it must.
@@ -75,6 +85,7 @@ async function start() {
         qt: {
             containerElements: [document.getElementById('screen')],
             entryFunction: trellisport_manager_entry,
+            onLoaded: programIsThere,
             onExit: ({ text, code, crashed }) => {
                 if (crashed || code !== undefined) {
                     showFailure(text ?? `it ended with ${code}`);
@@ -89,6 +100,8 @@ async function start() {
 }
 
 function showFailure(reason) {
+    // The service worker may know of a newer program.
+    programIsThere();
     const place = document.getElementById('start');
     place.hidden = false;
     place.textContent = 'The console could not be started. Load the page again; if that does not help, ' +

@@ -11,7 +11,15 @@ const cacheName = `${family}@version@`;
 importScripts('device-token.js');
 
 self.addEventListener('install', (event) => {
-    event.waitUntil(caches.open(cacheName).then((cache) => cache.addAll(files)));
+    event.waitUntil((async () => {
+        const cache = await caches.open(cacheName);
+        await cache.addAll(files);
+        // The server may have changed meanwhile: then the page is another version's.
+        const page = await (await cache.match(home)).text();
+        if (files.some((name) => /\.[0-9a-f]{16}\./.test(name) && !page.includes(name))) {
+            throw new Error('the page is not of this version');
+        }
+    })());
 });
 
 self.addEventListener('activate', (event) => {
@@ -177,6 +185,8 @@ self.addEventListener('notificationclick', (event) => {
 self.addEventListener('message', (event) => {
     if (event.data === 'take over') {
         self.skipWaiting();
+    } else if (event.data === 'starting' && tapped.length > 0) {
+        event.source.postMessage('tapped');
     } else if (event.data === 'listening') {
         for (const { content, resolve } of tapped.splice(0)) {
             event.source.postMessage({ opened: content });

@@ -48,7 +48,8 @@ addToLibrary({
         const isPlainText = node.role === 'text' || node.role === 'status' || node.role === 'alert';
         if (children.length === 0) {
             const text = isPlainText || node.role === 'button' ? node.name : (node.value ?? '');
-            if (element.textContent !== text) {
+            // What had children may have held the same words in them.
+            if (element.childElementCount > 0 || element.textContent !== text) {
                 element.textContent = text;
             }
             set('aria-label', isPlainText || node.role === 'button' ? undefined : node.name || undefined);

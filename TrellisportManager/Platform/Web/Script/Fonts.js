@@ -1,8 +1,9 @@
 // Fonts for what the built-in ones lack, each fetched when the first of its characters is shown.
 addToLibrary({
-    // Those that the page offers and that have not been asked for, null before the first look; and how
-    // many are on their way, which the page says for whoever waits until it looks as it should.
-    $offeredFonts: { waiting: null, coming: 0 },
+    // Those that the page offers and that have not been asked for, null before the first look; how many
+    // are on their way, which the page says for whoever waits until it looks as it should; and what is
+    // shown.
+    $offeredFonts: { waiting: null, coming: 0, shown: '' },
 
     $fontsComing__deps: ['$offeredFonts'],
     $fontsComing: (more) => {
@@ -25,9 +26,25 @@ addToLibrary({
         giveText(fontsOnOffer().map(({ family }) => family).join('\n'));
     },
 
-    // What can't be had now is asked for again with the next text.
-    $fetchFontsFor__deps: ['$fontsOnOffer', '$fontsComing', '$offeredFonts'],
+    // What can't be had now is offered again after a pause, each longer than the one before, or when the
+    // network is back. Pauses are in milliseconds.
+    $offerFontAgain__deps: ['$offeredFonts'],
+    $offerFontAgain: (font) => {
+        font.pause = Math.min(2 * (font.pause ?? 5_000), 600_000);
+        const stop = new AbortController();
+        const offer = () => {
+            stop.abort();
+            clearTimeout(timer);
+            offeredFonts.waiting.push(font);
+            fetchFontsFor(offeredFonts.shown);
+        };
+        const timer = setTimeout(offer, font.pause);
+        window.addEventListener('online', offer, { signal: stop.signal });
+    },
+
+    $fetchFontsFor__deps: ['$fontsOnOffer', '$fontsComing', '$offeredFonts', '$offerFontAgain'],
     $fetchFontsFor: (text) => {
+        offeredFonts.shown = text;
         const wanted = fontsOnOffer().filter(({ characters }) => characters.test(text));
         if (wanted.length > 0) {
             offeredFonts.waiting = fontsOnOffer().filter((font) => !wanted.includes(font));
@@ -36,15 +53,16 @@ addToLibrary({
             fontsComing(1);
             try {
                 const response = await fetch(font.file, { referrerPolicy: 'no-referrer' });
-                if (!response.ok) {
-                    throw new Error(String(response.status));
+                if (response.ok) {
+                    const content = new Uint8Array(await response.arrayBuffer());
+                    const memory = _trellisport_font_memory(content.length);
+                    HEAPU8.set(content, memory);
+                    _trellisport_font();
+                } else if (response.status !== 404 && response.status !== 410) {
+                    offerFontAgain(font);
                 }
-                const content = new Uint8Array(await response.arrayBuffer());
-                const memory = _trellisport_font_memory(content.length);
-                HEAPU8.set(content, memory);
-                _trellisport_font();
             } catch {
-                offeredFonts.waiting.push(font);
+                offerFontAgain(font);
             }
             fontsComing(-1);
         });

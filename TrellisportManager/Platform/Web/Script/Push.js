@@ -9,12 +9,20 @@ addToLibrary({
             return;
         }
         const ask = () => Notification.requestPermission().catch(() => Notification.permission);
+        // Half a second, in steps: a page that is busy takes them as late as it hears of the answer.
+        let steps = 0;
+        const step = () => {
+            if (++steps < 10) {
+                setTimeout(step, 50);
+            }
+        };
+        setTimeout(step, 50);
         ask().then((permission) => {
-            if (permission === 'granted' || Notification.permission !== 'default') {
+            if (permission === 'granted' || Notification.permission !== 'default' || steps === 10) {
                 answer(permission);
                 return;
             }
-            // Some browsers ask only when something was touched.
+            // Nobody answers at once: this browser asks only when something was touched.
             const stop = new AbortController();
             const again = () => {
                 stop.abort();
