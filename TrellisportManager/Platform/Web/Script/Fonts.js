@@ -1,9 +1,8 @@
 // Fonts for what the built-in ones lack, each fetched when the first of its characters is shown.
 addToLibrary({
-    // Those that the page offers and that have not been asked for, null before the first look; how many
-    // are on their way, which the page says for whoever waits until it looks as it should; and what is
-    // shown.
-    $offeredFonts: { waiting: null, coming: 0, shown: '' },
+    // Those that the page offers and that have not been asked for, null before the first look; and how
+    // many are on their way, which the page says for whoever waits until it looks as it should.
+    $offeredFonts: { waiting: null, coming: 0 },
 
     $fontsComing__deps: ['$offeredFonts'],
     $fontsComing: (more) => {
@@ -36,7 +35,8 @@ addToLibrary({
             stop.abort();
             clearTimeout(timer);
             offeredFonts.waiting.push(font);
-            fetchFontsFor(offeredFonts.shown);
+            // What is on the screen then (Accessibility.js).
+            fetchFontsFor(document.getElementById('spoken').innerHTML);
         };
         const timer = setTimeout(offer, font.pause);
         window.addEventListener('online', offer, { signal: stop.signal });
@@ -44,7 +44,6 @@ addToLibrary({
 
     $fetchFontsFor__deps: ['$fontsOnOffer', '$fontsComing', '$offeredFonts', '$offerFontAgain'],
     $fetchFontsFor: (text) => {
-        offeredFonts.shown = text;
         const wanted = fontsOnOffer().filter(({ characters }) => characters.test(text));
         if (wanted.length > 0) {
             offeredFonts.waiting = fontsOnOffer().filter((font) => !wanted.includes(font));
