@@ -8,7 +8,8 @@ addToLibrary({
             }
         };
         // Browsers skip entries that were made before the user touched anything. And where the page was
-        // left without anything behind it, it stays: the next touch begins anew.
+        // left without anything behind it, it stays: the next touch begins anew, and one more way back
+        // closes the installed console, which a page can't do by itself.
         ['pointerup', 'keydown'].forEach((event) =>
             window.addEventListener(event, keepEntry, { capture: true }));
         window.addEventListener('popstate', () => {
