@@ -52,6 +52,7 @@ def main():
                           script=address_chapter.PUSH_SERVICE + web_chapter.FIRST_PICTURE
                           + version_chapter.LONG_WAIT)
             web_chapter.run_first_visit(console, service, browser)
+            elements_chapter.run(console, browser)
             service.stop()
             end_to_end.run(console, service)
             web_chapter.run(console, service, browser)
@@ -59,7 +60,6 @@ def main():
             version_chapter.run(console, service, browser, app)
             texts_chapter.run(console, service, browser)
             exchange_chapter.run(console, service, browser)
-            elements_chapter.run(console, browser)
             address_chapter.run(console, service, browser)
             push_chapter.run(console, service, browser)
             fonts_chapter.run(console, service, browser, app)
