@@ -155,6 +155,9 @@ def run_tapped(console, service, browser, app):
     console.start(service)
     dashboard_chapter.wait_for_tab(console, "Projects")
     check_equal("the version that shows it without a wait", browser.call("evaluate", code=TITLE), title)
+    wait_until("the new one takes over when that is done", lambda: browser.call("evaluate", code="""
+        navigator.serviceWorker.getRegistration().then(({ waiting, active }) =>
+            !waiting && active.state === 'activated')"""))
     browser.call("evaluate", code="localStorage.clear()")
     console.stop()
     console.start(service)
