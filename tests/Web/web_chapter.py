@@ -1,6 +1,7 @@
 """What only a browser has: a page that is installed, its edges, its keyboard."""
 
 import json
+import re
 
 import dashboard_chapter
 import projects_chapter
@@ -38,7 +39,7 @@ def run_broken_visit(console, service, browser, app):
     chapter("A visit while a file is missing")
     browser.call("evaluate", code="navigator.serviceWorker.getRegistration().then((one) => one.unregister())")
     console.stop()
-    program = next(app.glob("trellisport-manager.*.js"))
+    program = app / re.search(r"trellisport-manager\.[0-9a-f]{16}\.js", (app / "index.html").read_text())[0]
     program.rename(app / ".away")
     try:
         browser.call("open", url=service.base_url.removesuffix("/api/v1") + "/app/")

@@ -67,7 +67,12 @@ async function takeOver() {
         });
     });
     workers.controller.postMessage('starting');
-    waiting.postMessage('take over');
+    // Browsers stop the one before for it, but may have forgotten it when one more request, for an icon
+    // perhaps, has woken that; so it is asked for until it happens.
+    const ask = () => waiting.postMessage('take over');
+    const asking = setInterval(ask, 200);
+    tookOver.finally(() => clearInterval(asking));
+    ask();
     // It does not take over while the one before still hands out the program, of which the page reads
     // no more than it must.
     const { href } = document.querySelector('link[as=fetch]');
