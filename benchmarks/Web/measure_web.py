@@ -71,7 +71,7 @@ class Bench:
             with Chromium("/usr/bin/chromium", self.home, profile,
                           self.options.artifacts / "browser.log") as browser:
                 phone = Phone(browser, self.wanted, not self.options.minimal)
-                phone.open(service.base_url.removesuffix("/api/v1") + "/app/")
+                phone.open(service.page_url())
                 add = lambda name, *values: self.add(f"{side.name}-{name}", *values)
                 add(f"{visit}-loaded", phone.loaded())
                 add(f"{visit}-picture", phone.first_picture())

@@ -7,6 +7,13 @@ from harness.walk import check_walk, check_walk_notices
 TABS = ["Dashboard", "Projects", "Settings"]
 
 
+def start(console, service):
+    """Starts the console, again where it runs; returns when its dashboard is there."""
+    console.stop()
+    console.start(service)
+    console.wait_for("the dashboard is there", tiles)
+
+
 def tiles(screen):
     """Each tile as (label, value); a tile's panel is named after its label."""
     found = []

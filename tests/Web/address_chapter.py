@@ -68,10 +68,8 @@ def run(console, service, browser):
 def start_where(console, service, browser, wish):
     """Starts the console in a browser with this peculiarity (see PUSH_SERVICE)."""
     browser.call("evaluate", code=f"localStorage.{wish} = 'yes'")
-    console.stop()
-    console.start(service)
+    dashboard_chapter.start(console, service)
     browser.call("evaluate", code="localStorage.clear()")
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
 
 
 def addresses(service):

@@ -29,7 +29,7 @@ class BrowserConsole(Console):
         self._has_page = False
 
     def start(self, service):
-        self._browser.call("open", url=service.base_url.removesuffix("/api/v1") + "/app/")
+        self._browser.call("open", url=service.page_url())
         self._has_page = True
         self.wait_for_words()
 

@@ -19,9 +19,7 @@ HANDLED = """{
 
 
 def run(console, service, browser):
-    console.stop()
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     run_faults(console, service, browser)
     run_too_large(console, service, browser)
     run_changed_address(console, service, browser)
@@ -157,9 +155,7 @@ def run_left(console, service, browser):
         console.press("button", decisions_chapter.SUBMIT)
         wait_until("the page is left", lambda: is_left(browser))
     wait_until("the answer arrives", lambda: service.count("POST", path) > before)
-    console.stop()
-    console.start(service)
-    console.wait_for("the console starts again", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     check_equal("how often it arrived", service.count("POST", path) - before, 1)
     check_equal("what the service holds",
                 decisions_chapter.decision(service, project, pending["id"])["answer"], "Go ahead.")

@@ -100,8 +100,7 @@ def start(console, service, browser):
     """A visit anew, at the projects; gives the number of requests before it."""
     console.stop()
     before = len(browser.call("requests"))
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     handle(browser, TITLES % ("false", "[]"))
     dashboard_chapter.show_tab(console, "Projects")
     return before

@@ -30,9 +30,7 @@ def run_history(console, service, browser):
 
 def run_out(console, service, browser):
     chapter("The way back out of the page")
-    console.stop()
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     dashboard_chapter.show_tab(console, "Settings")
     touch(browser)
     browser.call("back")
@@ -51,9 +49,7 @@ def run_history_alone(console, service, browser):
     """As in an installed console, where nothing lies behind the page."""
     chapter("The way back where nothing lies behind")
     project = workspace_chapter.newest(service)
-    console.stop()
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     browser.call("protocol", method="Page.resetNavigationHistory")
     dashboard_chapter.show_tab(console, "Projects")
     for _ in range(2):

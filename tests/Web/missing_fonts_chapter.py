@@ -27,9 +27,7 @@ def run(console, service, browser):
 
 def start(console, service, browser, reply):
     """Opens the projects, one of which needs the font; reply: JavaScript for the reply to its request."""
-    console.stop()
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     browser.call("evaluate", code=PAUSES)
     handle(browser, REFUSED % (DEVANAGARI, reply))
     look_at_projects(console)

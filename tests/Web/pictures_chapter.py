@@ -34,8 +34,7 @@ def run(console, service, browser, folder):
 
     console.stop()
     before = len(browser.call("requests"))
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     take("dashboard")
     dashboard_chapter.show_tab(console, "Settings")
     console.wait_for("the settings are there", lambda seen: seen.has("button", "Save Changes"))

@@ -38,9 +38,7 @@ LISTED = "inTurn(() => self.registration.getNotifications())"
 
 
 def run(console, service, browser):
-    console.stop()
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     project = next(one for one in service.get("/projects?status=awarded")
                    if workspace_chapter.projects_chapter.typeable(one))
     run_shown(console, service, browser, project)
@@ -64,7 +62,7 @@ def notifications(browser):
 
 
 def deliver(console, service, browser, data):
-    origin = service.base_url.removesuffix("/api/v1")
+    origin = service.origin()
     registration = wait_until("the service worker's number",
                               lambda: browser.call("registration", origin=origin))
     browser.call("deliver", origin=origin, registration=registration, data=data)
@@ -99,7 +97,7 @@ def run_tapped(console, service, browser, project):
     tap(browser, "m1")
     dashboard_chapter.wait_for_tab(console, "Projects")
     check("it leads to the projects", True)
-    check_equal("what is asked to the front, in vain", brought_to_front(browser), [page_of(service)])
+    check_equal("what is asked to the front, in vain", brought_to_front(browser), [service.page_url()])
     check_equal("the notification is gone", [one for one in notifications(browser) if one["tag"]], [])
     workspace_chapter.projects_chapter.open_project(console, service, project)
     # The first tap's tab still waits, since no project was open; the same once more changes nothing.
@@ -129,10 +127,6 @@ def brought_to_front(browser):
     return browser.call("inWorker", code="self.broughtToFront")
 
 
-def page_of(service):
-    return service.base_url.removesuffix("/api/v1") + "/app/"
-
-
 def put_behind(browser, is_behind):
     seen, state = ("hidden", "frozen") if is_behind else ("visible", "active")
     browser.call("inWorker", code=SEEN_BY_WORKER % seen)
@@ -152,7 +146,7 @@ def run_behind(console, service, browser, project):
     console.wait_for("the open project shows its logs",
                      lambda seen: workspace_chapter.selected_tab(seen) == ["Logs"])
     check("the console that comes to the front shows the project's logs", True)
-    check_equal("what was brought to the front", brought_to_front(browser), [page_of(service)])
+    check_equal("what was brought to the front", brought_to_front(browser), [service.page_url()])
 
 
 def run_closed(console, service, browser, project):
@@ -163,7 +157,7 @@ def run_closed(console, service, browser, project):
     stub_front(browser)
     tap(browser, "m3")
     wait_until("a page is asked for", lambda: brought_to_front(browser))
-    check_equal("the page that is asked for", brought_to_front(browser), [f"a new {page_of(service)}"])
+    check_equal("the page that is asked for", brought_to_front(browser), [f"a new {service.page_url()}"])
     console.start(service)
     dashboard_chapter.wait_for_tab(console, "Projects")
     check("the console that opens for it shows the projects", True)

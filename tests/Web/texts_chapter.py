@@ -22,9 +22,7 @@ DRAWN = "document.getElementById('qt-shadow-container').shadowRoot"
 def run(console, service, browser):
     chapter("Texts are texts")
     project = workspace_chapter.fullest(service)
-    console.stop()
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     handle(browser, TYPED % {"markup": MARKUP, "id": project["id"]})
     dashboard_chapter.show_tab(console, "Projects")
     check_typed(console, browser, "a title")

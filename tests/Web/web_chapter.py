@@ -42,7 +42,7 @@ def run_broken_visit(console, service, browser, app):
     program = app / re.search(r"trellisport-manager\.[0-9a-f]{16}\.js", (app / "index.html").read_text())[0]
     program.rename(app / ".away")
     try:
-        browser.call("open", url=service.base_url.removesuffix("/api/v1") + "/app/")
+        browser.call("open", url=service.page_url())
         wait_until("the page says that it can't start", lambda: "could not be started" in
                    browser.call("evaluate", code="document.getElementById('start')?.textContent ?? ''"))
         check("the page says that it can't start", True)
@@ -54,8 +54,7 @@ def run_broken_visit(console, service, browser, app):
 def run_first_visit(console, service, browser):
     """Later starts come from what it leaves with the service worker."""
     chapter("The first visit")
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     wait_until("the service worker is there",
                lambda: browser.call("evaluate", code="navigator.serviceWorker.ready.then(() => true)"))
     check("the page has left a service worker", True)
@@ -66,8 +65,7 @@ def run_first_visit(console, service, browser):
 
 def run_page(console, service, browser):
     chapter("The page")
-    console.start(service)
-    console.wait_for("the dashboard is there", dashboard_chapter.tiles)
+    dashboard_chapter.start(console, service)
     errors = browser.call("protocol", method="Page.getInstallabilityErrors")
     check_equal("what keeps it from being installed", errors["installabilityErrors"], [])
     manifest = json.loads(browser.call("protocol", method="Page.getAppManifest")["data"])
@@ -75,7 +73,7 @@ def run_page(console, service, browser):
                 ("TrellisportManager", "standalone"))
     # Another application of the same host is another one.
     check_equal("what it is known by", browser.call("protocol", method="Page.getAppId")["appId"],
-                service.base_url.removesuffix("/api/v1") + "/app/")
+                service.page_url())
     policy = browser.call("evaluate", code="""
         fetch('./').then((reply) => reply.headers.get('content-security-policy'))""")
     check("its policy lets no foreign or made-up code run", "script-src 'self' 'wasm-unsafe-eval'"

@@ -50,6 +50,13 @@ class PracticeService:
         if code != 0:
             raise CheckFailed(f"the practice service ended with {code}")
 
+    def origin(self):
+        return self.base_url.removesuffix("/api/v1")
+
+    def page_url(self):
+        """Where browsers find the console."""
+        return f"{self.origin()}/app/"
+
     @contextlib.contextmanager
     def paused(self):
         """Within it every request waits, however long that is."""
@@ -79,11 +86,11 @@ class PracticeService:
 
     def devices(self):
         """The device tokens that it was told."""
-        return list(self._ask("GET", self._origin() + "/control/devices").values())
+        return list(self._ask("GET", self.origin() + "/control/devices").values())
 
     def push_key(self):
         """What browsers are to know it by when they are asked for an address."""
-        with urllib.request.urlopen(self._origin() + "/app/push-key", context=self.context,
+        with urllib.request.urlopen(self.origin() + "/app/push-key", context=self.context,
                                     timeout=20) as reply:
             return reply.read().decode()
 
@@ -124,10 +131,7 @@ class PracticeService:
         return found if len(found) > already else None
 
     def _control(self, what, **query):
-        return self._ask("POST", f"{self._origin()}/control/{what}?{urllib.parse.urlencode(query)}")
-
-    def _origin(self):
-        return self.base_url.removesuffix("/api/v1")
+        return self._ask("POST", f"{self.origin()}/control/{what}?{urllib.parse.urlencode(query)}")
 
     def _ask(self, method, url):
         request = urllib.request.Request(url, method=method)

@@ -21,11 +21,6 @@ LIMIT_MS = 20_000
 class PushingService(PracticeService):
     """The practice service, asked for what concerns pushes."""
 
-    def devices(self):
-        """The device tokens that it knows."""
-        origin = self.base_url.removesuffix("/api/v1")
-        return list(self._ask("GET", f"{origin}/control/devices").values())
-
     def happen_somewhere(self, event):
         """The agent does it now, in a project to which it can happen."""
         return self._control("tick", event=event)
