@@ -118,8 +118,6 @@ def try_program(place):
 
 
 def try_fonts(place):
-    make_font(place / "builtin/Small.ttf", "ab")
-    make_font(place / "builtin/Large.ttf", "abc")
     wide = make_font(place / "fonts/Wide.ttf", "abcdegh\U0001f44d")
     names = {"file": str(wide)}
     fonts = [{"family": "Whole", **names, "characters": "x"}, {"family": "Rest", **names, "where": "(?!e)"},
@@ -141,7 +139,8 @@ def try_fonts(place):
     pack(place, "two", fonts)
     assert offered(place)[1] == first, "the same fonts have the same names in a later build"
     assert there(place, first)
-    make_font(wide, "abcdefg\U0001f44d")
+    # Each character in another form.
+    make_font(wide, "gfedcba\U0001f44d")
     pack(place, "two", fonts)
     second = offered(place)[1]
     assert not first & second
@@ -154,4 +153,7 @@ def try_fonts(place):
 
 for trial in (try_program, try_fonts):
     with tempfile.TemporaryDirectory() as folder:
-        trial(Path(folder))
+        place = Path(folder)
+        make_font(place / "builtin/Small.ttf", "ab")
+        make_font(place / "builtin/Large.ttf", "abc")
+        trial(place)
