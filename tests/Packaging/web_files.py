@@ -101,6 +101,7 @@ def try_program(place):
     for name in first:
         for form in (name, f"{name}.gz", f"{name}.br"):
             os.utime(place / "web" / form, (1_000_000_000, 1_000_000_000))
+    assert "64.png" not in (place / "web/index.html").read_text(encoding="utf-8"), "the page asks for its icon"
     second = pack(place, "two")
     assert {(place / "web" / f"{name}{end}").stat().st_mtime for name in first
             for end in ("", ".gz", ".br")} == {1_000_000_000}, "what stays keeps its time"

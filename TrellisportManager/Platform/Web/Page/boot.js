@@ -49,7 +49,8 @@ registered.catch((problem) => {
 }
 
 // A new version that waits for other pages to end takes over while nothing is shown yet. Gives whether it
-// did; those other pages have loaded what they need.
+// did; those other pages have loaded what they need. Until then this page must ask for nothing: a request
+// that comes while the one before is stopped starts that one again, and browsers let it stay then.
 async function takeOver() {
     const workers = navigator.serviceWorker;
     const { waiting } = await workers?.getRegistration() ?? {};
@@ -67,12 +68,7 @@ async function takeOver() {
         });
     });
     workers.controller.postMessage('starting');
-    // Browsers stop the one before for it, but may have forgotten it when one more request, for an icon
-    // perhaps, has woken that; so it is asked for until it happens.
-    const ask = () => waiting.postMessage('take over');
-    const asking = setInterval(ask, 200);
-    tookOver.finally(() => clearInterval(asking));
-    ask();
+    waiting.postMessage('take over');
     // It does not take over while the one before still hands out the program, of which the page reads
     // no more than it must.
     const { href } = document.querySelector('link[as=fetch]');
@@ -85,6 +81,7 @@ async function start() {
         location.reload();
         return;
     }
+    document.head.append(document.getElementById('asked-for-later').content);
     const ended = await qtLoad({
         locateFile: (name) => document.querySelector(`link[as=fetch][href*="${name.split('.')[0]}"]`)?.href ?? name,
         qt: {
