@@ -4,6 +4,7 @@ import re
 
 import dashboard_chapter
 import push_chapter
+from app_files import change, replace
 from browser import BrowserError
 from harness.checks import chapter, check, check_equal, wait_until
 
@@ -80,15 +81,7 @@ def offer(app, title):
     """Makes the server's files those of a version with that title."""
     for name, old, new in (("index.html", "<title>[^<]*", f"<title>{title}"),
                            ("service-worker.js", "cacheName = `[^$]*", f"cacheName = `{title}-")):
-        text = (app / name).read_text(encoding="utf-8")
-        check(f"{name} can be made newer", len(re.findall(old, text)) == 1)
-        replace(app / name, re.sub(old, new, text))
-
-
-def replace(file, text):
-    file.write_text(text, encoding="utf-8")
-    for packed in file.parent.glob(f"{file.name}.*"):
-        packed.unlink()
+        change(app / name, old, new)
 
 
 def run_mixed(console, service, browser, app):

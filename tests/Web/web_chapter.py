@@ -5,13 +5,15 @@ import re
 
 import dashboard_chapter
 import projects_chapter
+from app_files import change
 from harness.checks import chapter, check, check_equal, wait_until
 
 FIELD = "document.querySelector('body > input')"
 
 
-# Tells whether something was drawn on when the page's own words for its start went; and whether the
-# program had come when the page asked for its service worker, which asks for all of it.
+# Tells whether something was drawn on when the page's own words for its start went, and whether they had
+# said that it can't start; and whether the program had come when the page asked for its service worker,
+# which asks for all of it. A browser that draws nothing is one on wish.
 FIRST_PICTURE = """
 if (globalThis.ServiceWorkerContainer) {
     const usual = ServiceWorkerContainer.prototype.register;
@@ -21,9 +23,15 @@ if (globalThis.ServiceWorkerContainer) {
         return usual.apply(this, all);
     };
 }
-new MutationObserver(() => {
-    globalThis.startWentFor ??= document.querySelector('#screen > *') ? 'a picture' : 'nothing';
-}).observe(document, { subtree: true, attributes: true, attributeFilter: ['hidden'] });
+if (location.pathname.startsWith('/app/') && localStorage.drawsNothing) {
+    HTMLCanvasElement.prototype.getContext = () => null;
+}
+new MutationObserver((changes) => {
+    if (changes.some(({ type }) => type === 'attributes')) {
+        globalThis.startWentFor ??= document.querySelector('#screen > *') ? 'a picture' : 'nothing';
+    }
+    globalThis.saidFailure ||= Boolean(document.getElementById('start')?.textContent.includes('not be started'));
+}).observe(document, { subtree: true, childList: true, attributes: true, attributeFilter: ['hidden'] });
 """
 
 
@@ -34,21 +42,33 @@ def run(console, service, browser):
     run_keyboard(console, browser)
 
 
-def run_broken_visit(console, service, browser, app):
-    """At the end: the browser complains of it."""
-    chapter("A visit while a file is missing")
+def run_broken_visits(console, service, browser, app):
+    """At the end: the browser complains of them."""
     browser.call("evaluate", code="navigator.serviceWorker.getRegistration().then((one) => one.unregister())")
     console.stop()
     program = app / re.search(r"trellisport-manager\.[0-9a-f]{16}\.js", (app / "index.html").read_text())[0]
+    chapter("A visit while a file is missing")
     program.rename(app / ".away")
-    try:
-        browser.call("open", url=service.page_url())
-        wait_until("the page says that it can't start", lambda: "could not be started" in
-                   browser.call("evaluate", code="document.getElementById('start')?.textContent ?? ''"))
-        check("the page says that it can't start", True)
-    finally:
-        (app / ".away").rename(program)
-        browser.call("leave")
+    check_cannot_start(service, browser, "trellisport_manager_entry is not defined")
+    (app / ".away").rename(program)
+    chapter("A program that ends")
+    change(program, "var entryFunction=_main;", "var entryFunction=()=>3;")
+    check_cannot_start(service, browser, "it ended with 3")
+    chapter("A browser that can't draw")
+    browser.call("open", url=service.page_url())
+    browser.call("evaluate", code="localStorage.drawsNothing = 'yes'")
+    browser.call("leave")
+    change(program, r"var entryFunction=\(\)=>3;", "var entryFunction=_main;")
+    check_cannot_start(service, browser, "WebGL is missing")
+
+
+def check_cannot_start(service, browser, reason):
+    browser.call("open", url=service.page_url())
+    said = wait_until("the page says that it can't start", lambda: browser.call("evaluate", code="""
+        (({ hidden, textContent }) => !hidden && textContent.includes('could not be started') && textContent)(
+            document.getElementById('start'))"""))
+    check("the page says that it can't start", reason in said, said)
+    browser.call("leave")
 
 
 def run_first_visit(console, service, browser):
@@ -90,6 +110,8 @@ def run_page(console, service, browser):
     check_equal("the place that the console takes", size[:4], [0, 0, size[4], size[5]])
     check_equal("what the page's own words for its start go for",
                 browser.call("evaluate", code="globalThis.startWentFor"), "a picture")
+    check_equal("whether the page said meanwhile that it can't start",
+                browser.call("evaluate", code="globalThis.saidFailure"), False)
     check("what is for browsers that are too old is gone",
           browser.call("evaluate", code="document.getElementById('old') === null"))
 

@@ -66,7 +66,7 @@ def main():
             pictures_chapter.run(console, service, browser, folder)
             missing_fonts_chapter.run(console, service, browser)
             console.check_quiet()
-            web_chapter.run_broken_visit(console, service, browser, app)
+            web_chapter.run_broken_visits(console, service, browser, app)
             service.stop()
             browser.stop()
 

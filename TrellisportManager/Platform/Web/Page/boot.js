@@ -82,22 +82,20 @@ async function start() {
         return;
     }
     document.head.append(document.getElementById('asked-for-later').content);
-    const ended = await qtLoad({
+    const program = await qtLoad({
         locateFile: (name) => document.querySelector(`link[as=fetch][href*="${name.split('.')[0]}"]`)?.href ?? name,
+        noInitialRun: true,
         qt: {
             containerElements: [document.getElementById('screen')],
             entryFunction: trellisport_manager_entry,
             onLoaded: programIsThere,
-            onExit: ({ text, code, crashed }) => {
-                if (crashed || code !== undefined) {
-                    showFailure(text ?? `it ended with ${code}`);
-                }
-            },
+            onExit: ({ text, code }) => showFailure(text ?? `it ended with ${code}`),
         },
     });
-    // While it runs, it does not come back from its start.
-    if (ended) {
-        showFailure('it ended');
+    // It goes on when this returns, unless there is something to say.
+    const status = program.callMain([]);
+    if (status) {
+        showFailure(`it ended with ${status}`);
     }
 }
 
@@ -106,8 +104,9 @@ function showFailure(reason) {
     programIsThere();
     const place = document.getElementById('start');
     place.hidden = false;
+    const canDraw = document.createElement('canvas').getContext('webgl2');
     place.textContent = 'The console could not be started. Load the page again; if that does not help, ' +
-        `this browser may be too old for it. (${reason})`;
+        `this browser may be too old for it. (${canDraw ? reason || 'it ended' : 'WebGL is missing'})`;
 }
 
 start().catch((problem) => showFailure(problem?.message ?? problem));
