@@ -183,8 +183,14 @@ Item {
         onTapped: root.pop()
     }
     Shortcut {
-        sequences: ["Alt+Left", "Escape", "Back"]
+        sequences: ["Alt+Left", "Escape"]
         enabled: root.visible && root.depth > 0
         onActivated: d.goBack(Qt.BacktabFocusReason)
+    }
+    // A phone's gesture or button comes as this key, and no keyboard is in use for it.
+    Shortcut {
+        sequences: ["Back"]
+        enabled: root.visible && root.depth > 0
+        onActivated: root.pop()
     }
 }

@@ -163,6 +163,19 @@ TEST(NavigationStack, GoingBackByKeyReturnsTheFocusToWhatHadIt)
     EXPECT_TRUE(button->property("visualFocus").toBool());
 }
 
+TEST(NavigationStack, GoingBackAsAPhoneDoesReturnsTheFocusUnseen)
+{
+    QmlScene scene(stack);
+    QQuickItem *button = scene.item(QStringLiteral("rootButton"));
+    button->forceActiveFocus(Qt::MouseFocusReason);
+    push(scene, "A");
+    ASSERT_TRUE(settled(scene));
+    QTest::keyClick(&scene.window(), Qt::Key_Back);
+    ASSERT_TRUE(settled(scene));
+    EXPECT_TRUE(button->hasActiveFocus());
+    EXPECT_FALSE(button->property("visualFocus").toBool());
+}
+
 TEST(NavigationStack, PagesFollowTheWindowsSize)
 {
     QmlScene scene(stack);
