@@ -58,12 +58,18 @@ Item {
         }
     }
 
+    KeyboardUse {
+        id: use
+
+        window: root.Window.window
+    }
     Rectangle {
         objectName: "scrollFocus"
         anchors.fill: parent
         anchors.margins: 2
-        // Not while something in the area has it.
-        visible: root.Window.activeFocusItem === root.scrollArea
+        // Not while something in the area has it, and not when the area has it because what a finger
+        // pressed is gone.
+        visible: root.Window.activeFocusItem === root.scrollArea && use.isLast
         color: "transparent"
         radius: 8
         border.width: 2

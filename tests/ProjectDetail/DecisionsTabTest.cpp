@@ -148,6 +148,22 @@ TEST_F(DecisionsTabTest, TheButtonSendsTheAnswerOnceAndTheListIsShownAnew)
     EXPECT_EQ(textOf(field(0)), u"later");
 }
 
+TEST_F(DecisionsTabTest, AfterAFingerSentTheAnswerNoRingIsAroundTheList)
+{
+    showDecisions(R"([{"id":"d1","question":"Which?","status":"pending"}])");
+    session->queueReply(200, "{}", "/d1/answer");
+    session->queueReply(200,
+                        R"([{"id":"d1","question":"Which?","status":"answered","answer":"this"}])",
+                        "/decisions");
+    type(0, "this");
+    scene->tap(button(0));
+    ASSERT_TRUE(eventually([&] { return !has("answerField"); }));
+    EXPECT_FALSE(has("scrollFocus"));
+    // Whoever goes on with keys is to see where they are.
+    QTest::keyClick(&scene->window(), Qt::Key_Down);
+    EXPECT_TRUE(has("scrollFocus"));
+}
+
 TEST_F(DecisionsTabTest, AnEmptyAnswerIsNotSent)
 {
     showDecisions(threePending);
