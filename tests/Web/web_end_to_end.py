@@ -21,6 +21,7 @@ import missing_fonts_chapter
 import pictures_chapter
 import push_chapter
 import texts_chapter
+import typing_chapter
 import version_chapter
 import web_chapter
 from browser import Browser, trust
@@ -58,6 +59,7 @@ def main():
             web_chapter.run(console, service, browser)
             history_chapter.run(console, service, browser)
             version_chapter.run(console, service, browser, app)
+            typing_chapter.run(console, service, browser)
             texts_chapter.run(console, service, browser)
             exchange_chapter.run(console, service, browser)
             address_chapter.run(console, service, browser)

@@ -34,6 +34,7 @@ int WebApplication::run(int &argc, char **argv, LaunchReason /*reason*/, const M
     // The application object that read the command line took it along when it went.
     QQuick_initializeModule();
     m_accessibility.emplace();
+    m_field.emplace();
     m_queue.wake();
     m_entry = makeEntry();
     if (!m_entry->delegate().didFinishLaunching() || !m_entry->showWindow()) {

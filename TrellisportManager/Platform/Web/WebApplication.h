@@ -4,6 +4,7 @@
 #include "Platform/Toolkit/MainThreadQueue.h"
 #include "Platform/Toolkit/NotificationRelay.h"
 #include "Platform/Web/PageAccessibility.h"
+#include "Platform/Web/PageField.h"
 #include "Platform/Web/PagePush.h"
 
 #include <QGuiApplication>
@@ -32,6 +33,7 @@ private:
     std::unique_ptr<QGuiApplication> m_toolkit;
     std::unique_ptr<ApplicationEntry> m_entry;
     std::optional<PageAccessibility> m_accessibility;
+    std::optional<PageField> m_field;
 };
 
 } // namespace trellisport::platform
