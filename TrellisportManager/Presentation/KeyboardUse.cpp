@@ -1,30 +1,47 @@
 #include "Presentation/KeyboardUse.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 
 namespace trellisport {
 
-void KeyboardUse::watch(QQuickWindow *window)
+namespace {
+
+/// Not letters and Enter, which keyboards on the screen send, too; and not a phone's way back.
+bool movesAbout(const QKeyEvent &event)
 {
-    if (m_window == window) {
-        return;
+    switch (event.key()) {
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Space:
+    case Qt::Key_Escape:
+        return true;
+    default:
+        return false;
     }
-    if (m_window != nullptr) {
-        m_window->removeEventFilter(this);
-    }
-    m_window = window;
-    if (m_window != nullptr) {
-        m_window->installEventFilter(this);
-    }
-    Q_EMIT windowChanged();
+}
+
+} // namespace
+
+KeyboardUse::KeyboardUse()
+{
+    qApp->installEventFilter(this);
 }
 
 bool KeyboardUse::eventFilter(QObject *watched, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::KeyPress:
-        // A phone's way back comes as a key, and no keyboard is in use for it.
-        if (static_cast<QKeyEvent *>(event)->key() != Qt::Key_Back) {
+    case QEvent::ShortcutOverride: // all that there is of a key that a shortcut takes
+        if (movesAbout(*static_cast<QKeyEvent *>(event))) {
             set(true);
         }
         break;

@@ -58,18 +58,13 @@ Item {
         }
     }
 
-    KeyboardUse {
-        id: use
-
-        window: root.Window.window
-    }
     Rectangle {
         objectName: "scrollFocus"
         anchors.fill: parent
         anchors.margins: 2
         // Not while something in the area has it, and not when the area has it because what a finger
         // pressed is gone.
-        visible: root.Window.activeFocusItem === root.scrollArea && use.isLast
+        visible: KeyboardUse.isLast && root.Window.activeFocusItem === root.scrollArea
         color: "transparent"
         radius: 8
         border.width: 2
