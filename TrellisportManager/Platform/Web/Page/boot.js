@@ -49,8 +49,8 @@ registered.catch((problem) => {
 }
 
 // A new version that waits for other pages to end takes over while nothing is shown yet. Gives whether it
-// did; those other pages have loaded what they need. Until then this page must ask for nothing: a request
-// that comes while the one before is stopped starts that one again, and browsers let it stay then.
+// did; those other pages have loaded what they need. Meanwhile this page asks for nothing: a request that
+// comes while the one before is stopped starts that one again, and browsers let it stay then.
 async function takeOver() {
     const workers = navigator.serviceWorker;
     const { waiting } = await workers?.getRegistration() ?? {};
@@ -68,11 +68,12 @@ async function takeOver() {
         });
     });
     workers.controller.postMessage('starting');
-    waiting.postMessage('take over');
     // It does not take over while the one before still hands out the program, of which the page reads
-    // no more than it must.
+    // no more than it must: what it asked for by itself.
     const { href } = document.querySelector('link[as=fetch]');
-    fetch(href, { credentials: 'same-origin' }).then((reply) => reply.arrayBuffer()).catch(() => {});
+    const isRead = fetch(href, { credentials: 'same-origin' }).then((reply) => reply.arrayBuffer()).catch(() => {});
+    await Promise.race([isRead, tookOver]);
+    waiting.postMessage('take over');
     return tookOver;
 }
 
@@ -92,21 +93,25 @@ async function start() {
             onExit: ({ text, code }) => showFailure(text ?? `it ended with ${code}`),
         },
     });
-    // It goes on when this returns, unless there is something to say.
+    // It goes on when this returns, unless its main function gave something.
     const status = program.callMain([]);
-    if (status) {
+    if (status !== undefined) {
         showFailure(`it ended with ${status}`);
     }
 }
 
+let failure = '';
+
+// The first reason is the one that counts: others follow from it.
 function showFailure(reason) {
     // The service worker may know of a newer program.
     programIsThere();
+    failure ||= reason;
+    const canDraw = ['webgl2', 'webgl'].some((kind) => document.createElement('canvas').getContext(kind));
     const place = document.getElementById('start');
     place.hidden = false;
-    const canDraw = document.createElement('canvas').getContext('webgl2');
     place.textContent = 'The console could not be started. Load the page again; if that does not help, ' +
-        `this browser may be too old for it. (${canDraw ? reason || 'it ended' : 'WebGL is missing'})`;
+        `this browser may be too old for it. (${failure || 'it ended'}${canDraw ? '' : '; there is no WebGL'})`;
 }
 
 start().catch((problem) => showFailure(problem?.message ?? problem));
