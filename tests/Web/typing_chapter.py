@@ -106,3 +106,22 @@ def run_lines(console, service, browser):
     console.keys("ArrowUp", "Home")
     put(browser, "!")
     check_field(console, browser, answer, "!Yes, go on.\nBut ", "!Yes, go on.")
+    # A finger that slides over the keyboard moves the cursor in the page's field alone.
+    browser.call("evaluate", code="document.querySelector('body > input').setSelectionRange(4, 4)")
+    console.look_at_rest()
+    console.keys("Backspace")
+    check_field(console, browser, answer, "!Ye, go on.\nBut ", "!Ye, go on.")
+    console.keys("ctrl+a")
+    put(browser, "No")
+    check_field(console, browser, answer, "No")
+    console.keys("Enter")
+    put(browser, "ne")
+    console.keys("ctrl+a")
+    delete(browser)
+    check_field(console, browser, answer, "")
+    compose(browser, "Hm")
+    # The key that ends a word is the keyboard's, whatever its name is.
+    browser.call("evaluate", code="""void document.querySelector('body > input').dispatchEvent(
+        new KeyboardEvent('keydown', { key: 'Enter', keyCode: 229, bubbles: true }))""")
+    put(browser, "Hm.")
+    check_field(console, browser, answer, "Hm.")

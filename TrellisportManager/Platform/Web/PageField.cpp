@@ -6,9 +6,12 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QScopedValueRollback>
 
 #include <emscripten/em_macros.h>
+
+#include <algorithm>
 
 // Script/Field.js
 extern "C" void trellisport_watch_field();
@@ -26,6 +29,7 @@ PageField *current = nullptr;
 struct Field {
     QObject *object = nullptr;
     QString text; ///< of the paragraph with the cursor
+    /// Places in the paragraph; an anchor in another one is before or behind it.
     int anchor = 0;
     int cursor = 0;
 };
@@ -39,26 +43,30 @@ Field focusedField()
         !query.value(Qt::ImEnabled).toBool()) {
         return {};
     }
+    // The page's field drops what ends a line, and every place behind it would be another.
     return {.object = object,
-            .text = query.value(Qt::ImSurroundingText).toString(),
+            .text = query.value(Qt::ImSurroundingText)
+                        .toString()
+                        .replace(QLatin1Char('\r'), QLatin1Char(' '))
+                        .replace(QLatin1Char('\n'), QLatin1Char(' ')),
             .anchor = query.value(Qt::ImAnchorPosition).toInt(),
             .cursor = query.value(Qt::ImCursorPosition).toInt()};
 }
 
-void moveCursor(QObject &field, qsizetype place)
-{
-    QInputMethodEvent event(
-        {}, {{QInputMethodEvent::Selection, static_cast<int>(place), 0, QVariant()}});
-    QCoreApplication::sendEvent(&field, &event);
-}
-
 } // namespace
 
-extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_field_edited(int cursor)
+extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_field_edited(int anchor, int cursor)
 {
     const QString text = QString::fromStdString(takeText());
     if (current) {
-        current->edited(text, cursor);
+        current->edited(text, anchor, cursor);
+    }
+}
+
+extern "C" EMSCRIPTEN_KEEPALIVE void trellisport_field_wanted()
+{
+    if (current) {
+        current->fill();
     }
 }
 
@@ -78,37 +86,79 @@ PageField::PageField()
     });
 }
 
-void PageField::edited(const QString &text, int cursor)
+PageField::~PageField()
 {
-    const TextChange change = changeBetween(m_known, text);
-    m_known = text;
-    m_knownCursor = cursor;
-    const Field field = focusedField();
-    if (!field.object) {
-        return;
+    current = nullptr;
+}
+
+void PageField::edited(const QString &text, int anchor, int cursor)
+{
+    // A field that is just left may say its last word when another one has the focus.
+    if (m_object && m_object == focusedField().object) {
+        const QScopedValueRollback inEdit(m_isEdited, true);
+        const bool selectedBeyond = m_selectsBeyond;
+        apply(text);
+        if (!selectedBeyond) {
+            select(anchor, cursor);
+        }
+        m_anchor = anchor;
+        m_cursor = cursor;
     }
-    const QScopedValueRollback inEdit(m_isEdited, true);
-    // Nothing must be selected that would go with it. And fields look at a place only by itself.
-    moveCursor(*field.object, change.from);
-    QInputMethodEvent event;
-    event.setCommitString(change.inserted, 0, static_cast<int>(change.removed));
-    QCoreApplication::sendEvent(field.object, &event);
-    moveCursor(*field.object, cursor);
+    m_known = text;
     // It may not have taken all of it.
     fill();
+}
+
+void PageField::apply(const QString &text)
+{
+    const TextChange change = changeBetween(m_known, text);
+    if (change.removed == 0 && change.inserted.isEmpty()) {
+        return;
+    }
+    QInputMethodEvent event;
+    if (!m_selectsBeyond) {
+        // Nothing must be selected that would go with it.
+        select(static_cast<int>(change.from), static_cast<int>(change.from));
+        event.setCommitString(change.inserted, 0, static_cast<int>(change.removed));
+    } else if (!change.inserted.isEmpty()) {
+        event.setCommitString(change.inserted);
+    } else {
+        QKeyEvent deletion(QEvent::KeyPress, Qt::Key_Backspace, Qt::NoModifier);
+        QCoreApplication::sendEvent(m_object, &deletion);
+        return;
+    }
+    if (m_object) {
+        QCoreApplication::sendEvent(m_object, &event);
+    }
+}
+
+void PageField::select(int anchor, int cursor)
+{
+    if (m_object) {
+        // By itself: fields do not look at it beside a text.
+        QInputMethodEvent event(
+            {}, {{QInputMethodEvent::Selection, anchor, cursor - anchor, QVariant()}});
+        QCoreApplication::sendEvent(m_object, &event);
+    }
 }
 
 void PageField::fill()
 {
     const Field field = focusedField();
-    if (field.text != m_known || field.cursor != m_knownCursor) {
+    const auto length = static_cast<int>(field.text.size());
+    const int anchor = std::clamp(field.anchor, 0, length);
+    if (field.object != m_object || field.text != m_known || anchor != m_anchor ||
+        field.cursor != m_cursor) {
         // A keyboard that is composing would put its text back.
         trellisport_leave_field();
     }
     const std::string text = field.text.toStdString();
-    if (trellisport_fill_field(text.data(), text.size(), field.anchor, field.cursor)) {
+    if (trellisport_fill_field(text.data(), text.size(), anchor, field.cursor)) {
+        m_object = field.object;
         m_known = field.text;
-        m_knownCursor = field.cursor;
+        m_anchor = anchor;
+        m_cursor = field.cursor;
+        m_selectsBeyond = anchor != field.anchor;
     }
     // Where keyboards offer words beside the cursor.
     const QPointF place = QGuiApplication::inputMethod()->cursorRectangle().topLeft();
