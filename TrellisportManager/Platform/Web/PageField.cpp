@@ -74,11 +74,7 @@ PageField::PageField()
 {
     current = this;
     trellisport_watch_field();
-    connect(qGuiApp, &QGuiApplication::focusObjectChanged, this, [this] {
-        // What is being composed belongs to the field before, which has it already.
-        trellisport_leave_field();
-        fill();
-    });
+    connect(qGuiApp, &QGuiApplication::focusObjectChanged, this, [this] { fill(); });
     connect(QGuiApplication::inputMethod(), &QInputMethod::cursorRectangleChanged, this, [this] {
         if (!m_isEdited) {
             fill();
@@ -149,7 +145,8 @@ void PageField::fill()
     const int anchor = std::clamp(field.anchor, 0, length);
     if (field.object != m_object || field.text != m_known || anchor != m_anchor ||
         field.cursor != m_cursor) {
-        // A keyboard that is composing would put its text back.
+        // A keyboard that is composing would put its text back. Where it was for another field,
+        // that one has it already.
         trellisport_leave_field();
     }
     const std::string text = field.text.toStdString();
