@@ -42,6 +42,13 @@ class Browser:
             raise BrowserError(f"{name}: {answer['error']}")
         return answer["ok"]
 
+    def holds(self, code, where="evaluate"):
+        """Whether the code gives true; not while the page or the worker that it is for just changes."""
+        try:
+            return self.call(where, code=code) is True
+        except BrowserError:
+            return False
+
     def stop(self):
         if self._bridge.poll() is None:
             try:

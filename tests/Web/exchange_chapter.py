@@ -5,7 +5,6 @@ import dashboard_chapter
 import decisions_chapter
 import projects_chapter
 import workspace_chapter
-from browser import BrowserError
 from harness.checks import chapter, check, check_equal, wait_until
 
 TOO_LARGE = "The server's reply is too large."
@@ -162,7 +161,4 @@ def run_left(console, service, browser):
 
 
 def is_left(browser):
-    try:
-        return browser.call("evaluate", code="location.href") == "about:blank"
-    except BrowserError:
-        return False  # The page just changes.
+    return browser.holds("location.href === 'about:blank'")

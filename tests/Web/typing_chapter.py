@@ -6,6 +6,7 @@ import exchange_chapter
 import projects_chapter
 import workspace_chapter
 from harness.checks import chapter, check_equal, wait_until
+from web_chapter import FIELD
 
 BIDS = "Max Daily Bids"
 
@@ -39,7 +40,7 @@ def check_field(console, browser, name, text, page_text=None):
                detail=lambda: console.field_text(name))
     wanted = text if page_text is None else page_text
     check_equal(f"what keyboards see of {name}",
-                browser.call("evaluate", code="document.querySelector('body > input').value"), wanted)
+                browser.call("evaluate", code=f"{FIELD}.value"), wanted)
 
 
 def run_words(console, browser):
@@ -107,7 +108,7 @@ def run_lines(console, service, browser):
     put(browser, "!")
     check_field(console, browser, answer, "!Yes, go on.\nBut ", "!Yes, go on.")
     # A finger that slides over the keyboard moves the cursor in the page's field alone.
-    browser.call("evaluate", code="document.querySelector('body > input').setSelectionRange(4, 4)")
+    browser.call("evaluate", code=f"{FIELD}.setSelectionRange(4, 4)")
     console.look_at_rest()
     console.keys("Backspace")
     check_field(console, browser, answer, "!Ye, go on.\nBut ", "!Ye, go on.")
@@ -121,7 +122,7 @@ def run_lines(console, service, browser):
     check_field(console, browser, answer, "")
     compose(browser, "Hm")
     # The key that ends a word is the keyboard's, whatever its name is.
-    browser.call("evaluate", code="""void document.querySelector('body > input').dispatchEvent(
-        new KeyboardEvent('keydown', { key: 'Enter', keyCode: 229, bubbles: true }))""")
+    browser.call("evaluate", code=f"void {FIELD}.dispatchEvent(" +
+                 "new KeyboardEvent('keydown', { key: 'Enter', keyCode: 229, bubbles: true }))")
     put(browser, "Hm.")
     check_field(console, browser, answer, "Hm.")

@@ -5,7 +5,6 @@ import re
 import dashboard_chapter
 import push_chapter
 from app_files import change, replace
-from browser import BrowserError
 from harness.checks import chapter, check, check_equal, wait_until
 
 # Where this is wished for, the page would wait for minutes in place of 3 s until a new version takes over.
@@ -118,14 +117,7 @@ def run_new_version(console, service, browser, app):
     # On a busy machine 3 s may be too little, and it would be the start after this one.
     browser.call("evaluate", code="localStorage.waitsLong = 'yes'")
     browser.call("reload")
-
-    def is_new():
-        try:
-            return browser.call("evaluate", code=TITLE) == "Newer"
-        except BrowserError:
-            return False  # The page just changes.
-
-    wait_until("the next start has the new version", is_new, 60)
+    wait_until("the next start has the new version", lambda: browser.holds(f"{TITLE} === 'Newer'"), 60)
     browser.call("evaluate", code="localStorage.clear()")
     console.wait_for_words()
     console.wait_for("the dashboard is there", dashboard_chapter.tiles)
@@ -167,7 +159,4 @@ def run_tapped(console, service, browser, app):
 
 
 def holds_in_worker(browser, what):
-    try:
-        return browser.call("inWorker", code=f"(({{ waiting, active }}) => {what})(self.registration)")
-    except BrowserError:
-        return False  # One of them just starts.
+    return browser.holds(f"(({{ waiting, active }}) => {what})(self.registration)", "inWorker")

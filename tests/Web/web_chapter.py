@@ -10,6 +10,7 @@ from app_files import change
 from harness.checks import chapter, check, check_equal, wait_until
 
 FIELD = "document.querySelector('body > input')"
+PROGRAM = r"trellisport-manager\.[0-9a-f]{16}\.js"
 
 
 # Tells whether something was drawn on when the page's own words for its start went, and whether they had
@@ -47,7 +48,7 @@ def run_broken_visits(console, service, browser, app):
     """At the end: the browser complains of them."""
     console.stop()
     page = app / "index.html"
-    program = re.search(r"trellisport-manager\.[0-9a-f]{16}\.js", page.read_text(encoding="utf-8"))[0]
+    program = re.search(PROGRAM, page.read_text(encoding="utf-8"))[0]
     chapter("A visit while a file is missing")
     check_cannot_start(service, browser, page, "trellisport-manager.fedcba9876543210.js", "is not defined")
     chapter("A program that ends")
@@ -69,7 +70,7 @@ def check_cannot_start(service, browser, page, program, reason):
     browser.call("evaluate", code="""navigator.serviceWorker.getRegistration('/app/')
         .then((one) => one?.unregister())
         .then(() => caches.keys()).then((names) => Promise.all(names.map((name) => caches.delete(name))))""")
-    change(page, r"trellisport-manager\.[0-9a-f]{16}\.js", program)
+    change(page, PROGRAM, program)
     browser.call("open", url=service.page_url())
     said = wait_until("the page says that it can't start", lambda: browser.call("evaluate", code="""(() => {
         const start = document.getElementById('start');
