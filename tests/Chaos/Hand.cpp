@@ -91,9 +91,12 @@ void Hand::notePress()
 {
     const auto *button = qobject_cast<QQuickItem *>(sender());
     const QQuickItem *editor = button->parentItem();
+    // What is seen in the field itself: of a card that has gone out of its list, and is seen until
+    // the next frame, nothing else follows what is typed.
+    const QQuickItem *field = editor->findChild<QQuickItem *>(QStringLiteral("field"));
     m_presses.push_back({button->objectName().toStdString(),
                          editor->property("question").toString().toStdString(),
-                         editor->property("text").toString().toStdString()});
+                         field ? field->property("text").toString().toStdString() : ""});
 }
 
 } // namespace trellisport::chaos

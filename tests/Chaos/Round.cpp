@@ -4,6 +4,7 @@
 #include "Chaos/Spin.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace trellisport::chaos {
@@ -11,6 +12,8 @@ namespace trellisport::chaos {
 namespace {
 
 constexpr int tries = 12;
+/// From one end of a screen that may be long to the other.
+constexpr int moves = 60;
 const QStringList tabLabels{QStringLiteral("Overview"),  QStringLiteral("Questions"),
                             QStringLiteral("Chat"),      QStringLiteral("Bids"),
                             QStringLiteral("Dev"),       QStringLiteral("Logs"),
@@ -81,29 +84,47 @@ bool Round::comes(const std::function<bool(const Sight &)> &condition)
 void Round::showAllProjects()
 {
     showRoot(1, "projectsList");
+    pullToTop();
     for (int i = 0; i < tries; ++i) {
         const Sight sight(*Person::window());
         const auto all = std::find_if(
             sight.controls().begin(), sight.controls().end(), [](const QQuickItem *control) {
                 return control->property("label").toString() == QLatin1String("All");
             });
+        const QQuickItem *strip = sight.item(QStringLiteral("chipStrip"));
         if (!sight.fields().isEmpty() &&
             !sight.fields().first()->property("text").toString().isEmpty()) {
             m_hand.replace(*Person::window(), Sight::middle(sight.fields().first()), {});
-        } else if (all == sight.controls().end()) {
-            // Further left, or above.
-            const QQuickItem *strip = sight.item(QStringLiteral("chipStrip"));
-            const QPointF from = strip ? Sight::middle(strip) : QPointF(195, 300);
-            m_hand.drag(*Person::window(), from, from + (strip ? QPointF(150, 0) : QPointF(0, 300)),
-                        4);
-        } else if (!(*all)->property("isSelected").toBool()) {
+        } else if (all == sight.controls().end() && strip != nullptr) {
+            // Further left.
+            m_hand.drag(*Person::window(), Sight::middle(strip),
+                        Sight::middle(strip) + QPointF(150, 0), 4);
+        } else if (all != sight.controls().end() && !(*all)->property("isSelected").toBool()) {
             m_hand.tap(*Person::window(), Sight::middle(*all));
-        } else {
+        } else if (all != sight.controls().end()) {
             return;
         }
         rest();
     }
     m_undone << QStringLiteral("not all projects are shown");
+}
+
+void Round::pullToTop()
+{
+    for (int i = 0; i < moves; ++i) {
+        const QQuickItem *list = Sight(*Person::window()).item(QStringLiteral("projectsList"));
+        if (list == nullptr) {
+            break;
+        }
+        const double before = list->property("contentY").toDouble();
+        m_hand.drag(*Person::window(), {195, 300}, {195, 600}, 4);
+        rest();
+        // Less than a point is left of the way back from beyond the top.
+        if (std::abs(list->property("contentY").toDouble() - before) < 1) {
+            return;
+        }
+    }
+    m_undone << QStringLiteral("the projects have no top");
 }
 
 void Round::openNotification()
@@ -148,7 +169,7 @@ void Round::openNotification()
 
 void Round::answer()
 {
-    for (int i = 0; i < tries; ++i) {
+    for (int i = 0; i < moves; ++i) {
         const Sight sight(*Person::window());
         const QQuickItem *editor = sight.item(QStringLiteral("answerField"));
         const auto &fields = sight.fields();
@@ -210,7 +231,7 @@ void Round::changeSettings()
         m_hand.replace(*Person::window(), Sight::middle(sight.fields().first()),
                        QStringLiteral("12"));
     }
-    for (int i = 0; i < tries; ++i) {
+    for (int i = 0; i < moves; ++i) {
         if (writes("saveButton", "/config")) {
             return;
         }

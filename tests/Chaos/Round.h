@@ -38,6 +38,8 @@ public:
 
 private:
     void showAllProjects();
+    /// Of the projects, where the search field and the chips are, seen whole.
+    void pullToTop();
     void openNotification();
     void answer();
     void visitTabs();
