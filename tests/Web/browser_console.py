@@ -114,9 +114,9 @@ class BrowserConsole(Console):
         self._texts, self._actions = {}, {}
         return Screen(self._node(tree, is_root=True))
 
-    def look_at_rest(self):
+    def look_at_rest(self, seconds=0.0):
         wait_until("the console comes to rest", lambda: not self._browser.call("busy"))
-        return super().look_at_rest()
+        return super().look_at_rest(seconds)
 
     def type_text(self, name, text, index=0):
         self.focus(name, index)

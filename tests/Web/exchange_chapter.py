@@ -126,8 +126,9 @@ def run_changed_address(console, service, browser):
     open_decisions(console, service)
     workspace_chapter.open_tab(console, "Decisions")
     console.type_text(decisions_chapter.FIELD, "Go ahead.")
+    shown = console.look_at_rest().texts()
     console.press("button", decisions_chapter.SUBMIT)
-    decisions_chapter.check_unanswered(console, "an answer to it", "Go ahead.")
+    decisions_chapter.check_unanswered(console, "an answer to it", shown, "Go ahead.")
     check_equal("what was sent", (browser.call("evaluate", code="globalThis.written ?? []"),
                                   service.writes()), ([], before))
     handle_as_usual(browser)

@@ -1,6 +1,7 @@
 """The console as a program that is seen and operated."""
 
 import subprocess
+import time
 
 from .accessible import AccessibleProgram, Gone
 from .checks import CheckFailed, check, wait_until
@@ -61,16 +62,18 @@ class Console:
                 continue  # It changed while it was read.
         raise CheckFailed("the console changes faster than it can be read")
 
-    def look_at_rest(self):
-        """What it shows once nothing moves any more."""
+    def look_at_rest(self, seconds=0.0):
+        """What it shows once nothing moves any more, and has not for so long."""
         previous = self.look()
+        since = time.monotonic()
 
         def rested():
-            nonlocal previous
+            nonlocal previous, since
             current = self.look()
-            still = current.lines() == previous.lines()
-            previous = current
-            return still
+            if current.lines() != previous.lines():
+                previous, since = current, time.monotonic()
+                return False
+            return time.monotonic() >= since + seconds
 
         wait_until("the console comes to rest", rested)
         return previous

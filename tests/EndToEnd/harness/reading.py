@@ -11,6 +11,9 @@ OVERLAP = 180
 ROUNDING = 2
 # A busy console may take a whole pull for a tap; that many in vain, and the content has ended.
 PULLS = 4
+# What is pulled and has not moved for so many seconds has done with the pull: a busy console takes
+# it up only after the first looks.
+REST = 0.25
 # At most this many looks, whatever the content does.
 MOST_LOOKS = 300
 
@@ -125,21 +128,22 @@ def _pull(console, region, before, expects_more):
     """Pulls the content up with a finger; gives the screen at rest, or None without movement."""
     for _ in range(PULLS if expects_more else 1):
         console.drag_up(region.bottom - 20, region.top + OVERLAP - 20)
-        after = console.look_at_rest()
+        after = console.look_at_rest(REST)
         if _shift(before, after, region):
             return after
     return None
 
 
 def _shift(before, after, region):
-    """How far the content moved up between two looks: what most of the common things say."""
+    """How far the content moved up between two looks: what most of the common things say. It never
+    moves down."""
     old, new = _places(before, region), _places(after, region)
     common = [likeness for likeness in old if likeness in new]
     # Equal texts, like the labels of cards, say too many things at once.
     telling = [likeness for likeness in common
                if len(old[likeness]) == len(new[likeness]) == 1] or common
     votes = Counter(y - moved_y for likeness in telling
-                    for y in old[likeness] for moved_y in new[likeness])
+                    for y in old[likeness] for moved_y in new[likeness] if moved_y <= y)
     return max(votes, key=votes.get) if votes else 0
 
 
