@@ -2,6 +2,8 @@
 
 #include <QSemaphore>
 
+#include <openssl/crypto.h>
+
 #include <utility>
 
 namespace trellisport::platform {
@@ -10,6 +12,12 @@ BusThread::BusThread()
 {
     m_thread.setObjectName(QStringLiteral("session bus"));
     m_home.moveToThread(&m_thread);
+    // The keys of pushes leave the cryptographic library a state of this thread, which it frees
+    // when the system's thread ends. That is after the toolkit's has, whose end is waited for, and
+    // could be while the process takes the library down.
+    QObject::connect(
+        &m_thread, &QThread::finished, &m_thread, [] { OPENSSL_thread_stop(); },
+        Qt::DirectConnection);
     m_thread.start();
 }
 
