@@ -69,11 +69,13 @@ void Keeper::live(const Setup &setup, std::promise<void> &opened)
         Store store(setup.file);
         Ledger ledger(store.database(), Random(setup.seed));
         Workflow workflow(ledger, material, Random(setup.seed));
-        if (!store.isFilled())
-            populate(store, ledger, workflow, material, setup.seed, setup.scale, systemNow());
+        const bool isNew = !store.isFilled();
+        const Moment begin = setup.begin.value_or(systemNow());
+        if (isNew)
+            populate(store, ledger, workflow, material, setup.seed, setup.scale, begin);
         const std::uint64_t seed = std::stoull(store.note("seed").value_or("1"));
         Agent agent(store, ledger, workflow, material, seed, setup.alerts);
-        AgentClock clock(startOf(store, setup.speed), setup.speed);
+        AgentClock clock(isNew ? begin : startOf(store, setup.speed), setup.speed);
         Desk desk{store, agent, clock};
         open = true;
         opened.set_value();

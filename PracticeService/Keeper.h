@@ -11,6 +11,7 @@
 #include <future>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <thread>
 #include <type_traits>
 
@@ -21,10 +22,11 @@ class Keeper {
 public:
     struct Setup {
         std::filesystem::path file;
-        std::uint64_t seed = 1; ///< seed and scale count only while the file is empty
+        std::uint64_t seed = 1; ///< seed, scale and begin count only while the file is empty
         int scale = 1;
         double speed = 1;
         Agent::AlertSink alerts = [](const Alert &) {};
+        std::optional<Moment> begin = std::nullopt; ///< of the agent's time; nothing: now
     };
 
     /// What the asker gets to see, on the keeper's thread.

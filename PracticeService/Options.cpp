@@ -82,6 +82,11 @@ std::variant<Options, Notice> readOptions(const QStringList &arguments)
         QStringLiteral("seed"),
         QStringLiteral("The same seed gives the same portfolio. Counts only for a new folder."),
         QStringLiteral("N"), QStringLiteral("1"));
+    const QCommandLineOption begin(
+        QStringLiteral("begin"),
+        QStringLiteral("When the agent's time begins, like 2026-03-09T08:15:00Z; now unless told. "
+                       "Counts only for a new folder."),
+        QStringLiteral("TIME"));
     const QCommandLineOption scale(
         QStringLiteral("scale"),
         QStringLiteral("N times the usual number of projects. Counts only for a new folder."),
@@ -97,7 +102,7 @@ std::variant<Options, Notice> readOptions(const QStringList &arguments)
 
     QCommandLineParser parser;
     parser.setApplicationDescription(description);
-    parser.addOptions({port, data, app, seed, scale, speed, control, verbose});
+    parser.addOptions({port, data, app, seed, begin, scale, speed, control, verbose});
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     if (!parser.parse(arguments)) {
@@ -127,6 +132,14 @@ std::variant<Options, Notice> readOptions(const QStringList &arguments)
         return *wrong;
     if (auto wrong = readNumber(parser, speed, 0.0, 100000.0, options.speed))
         return *wrong;
+    if (parser.isSet(begin)) {
+        options.begin = momentOf(parser.value(begin).toStdString());
+        if (!options.begin) {
+            return complaint(
+                QStringLiteral("--begin takes a time like 2026-03-09T08:15:00Z, not \"%1\".")
+                    .arg(parser.value(begin)));
+        }
+    }
     if (parser.value(data).isEmpty())
         return complaint(QStringLiteral("--data takes a folder."));
     if (parser.isSet(app)) {

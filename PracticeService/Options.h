@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PracticeService/Moment.h"
+
 #include <QStringList>
 
 #include <cstdint>
@@ -15,7 +17,8 @@ struct Options {
     std::string dataFolder; ///< absolute
     std::string appFolder;  ///< absolute; empty: none
     std::uint64_t seed = 1;
-    int scale = 1;      ///< times the usual number of projects, 1 ... 1000
+    std::optional<Moment> begin; ///< of the agent's time; nothing: now
+    int scale = 1;               ///< times the usual number of projects, 1 ... 1000
     double speed = 1.0; ///< agent's seconds per second, 0 ... 100000; 0: its time stands still
     bool control = false;
     bool verbose = false;

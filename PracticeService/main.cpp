@@ -87,7 +87,7 @@ int serve(const Options &options, StopSignals &stop)
     PushSender pushes;
     Keeper keeper({std::filesystem::path(options.dataFolder) / "state.sqlite", options.seed,
                    options.scale, options.speed,
-                   [&pushes](const Alert &alert) { pushes.push(alert); }});
+                   [&pushes](const Alert &alert) { pushes.push(alert); }, options.begin});
     pushes.start(
         {[&keeper] { return keeper.ask([](Keeper::Desk &desk) { return desk.store.devices(); }); },
          [&keeper](const std::string &token) {

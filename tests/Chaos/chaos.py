@@ -21,6 +21,8 @@ from pathlib import Path
 
 ONE_OF = 5
 TIME_LAPSE = 20
+# So that a seed meets the same portfolio again, whatever the hour.
+BEGIN = "2026-03-04T16:30:00Z"
 # Longer than the console waits: a minute of its time, which passes TIME_LAPSE times as fast as ours.
 SILENCE_MS = 4000
 # What the toolkit says of itself and of this machine, not of the console: that a platform without a
@@ -46,7 +48,7 @@ class Service:
     def __init__(self, binary, folder, seed):
         self._errors = (folder / "service.log").open("w+b")
         self._process = subprocess.Popen(
-            [binary, "--port", "0", "--data", folder / "data", "--seed", "1",
+            [binary, "--port", "0", "--data", folder / "data", "--seed", "1", "--begin", BEGIN,
              "--speed", str(TIME_LAPSE), "--control"],
             stdout=subprocess.PIPE, stderr=self._errors)
         line = self._process.stdout.readline().decode()

@@ -13,6 +13,8 @@ from pathlib import Path
 from .checks import CheckFailed, check_equal, wait_until
 from .desk import Program
 
+# Every run has the same portfolio, whatever the hour.
+BEGIN = "2026-03-04T16:30:00Z"
 REQUEST = re.compile(r"^([A-Z]+) (/\S*) (\d{3})$")
 
 
@@ -33,8 +35,8 @@ class PracticeService:
         already = self._log.read_text(encoding="utf-8").count("listening on") \
             if self._log.exists() else 0
         self._program = Program(
-            [self._binary, "--port", self._port, "--data", self._data, "--seed", 1, "--speed", 0,
-             "--control", "--verbose", *self._more], self._environment, self._log)
+            [self._binary, "--port", self._port, "--data", self._data, "--seed", 1, "--begin", BEGIN,
+             "--speed", 0, "--control", "--verbose", *self._more], self._environment, self._log)
         addresses = wait_until("the practice service listens", lambda: self._addresses(already))
         self.base_url = addresses[-1]
         # Started again, it is where it was.
