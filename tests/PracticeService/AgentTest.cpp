@@ -174,6 +174,30 @@ TEST(Agent, TimeGoesOnWhereItStoodAfterARestart)
     EXPECT_LE(after, before);
 }
 
+/// What time it is for the agent of the folder; for that of a new one it begins then.
+Moment timeIn(const QTemporaryDir &folder, double speed, Moment begin)
+{
+    Keeper::Setup setup;
+    setup.file = folder.filePath(QStringLiteral("state.sqlite")).toStdString();
+    setup.speed = speed;
+    setup.begin = begin;
+    Keeper keeper(std::move(setup));
+    return keeper.ask([](Keeper::Desk &inside) { return inside.clock.now(); });
+}
+
+TEST(Agent, TimeBeginsWhenItIsToldOfANewFolder)
+{
+    const Moment begin = momentOf("2021-03-14T15:09:26Z").value();
+    const QTemporaryDir still;
+    EXPECT_EQ(timeIn(still, 0, begin), begin);
+    EXPECT_EQ(timeIn(still, 0, begin + std::chrono::hours(24)), begin);
+
+    const QTemporaryDir passing;
+    const Moment passed = timeIn(passing, 1, begin);
+    EXPECT_GE(passed, begin);
+    EXPECT_LT(passed, begin + std::chrono::hours(1));
+}
+
 TEST(Agent, MovesByItselfWhenTimePasses)
 {
     PracticeDesk desk(5000);
