@@ -58,6 +58,8 @@ void Hand::type(QQuickWindow &window, const QString &text)
 void Hand::replace(QQuickWindow &window, QPointF field, const QString &text)
 {
     tap(window, field);
+    // A keyboard ends what it composes before it sends other keys; fields take few until then.
+    compose({});
     key(window, Qt::Key_A, Qt::ControlModifier);
     if (text.isEmpty()) {
         key(window, Qt::Key_Backspace);

@@ -32,6 +32,24 @@ bool isSelected(const Sight &sight, const QString &label)
     });
 }
 
+/// What decides which projects are shown, for whoever reads why they were not.
+QString seenOfProjects()
+{
+    const Sight sight(*Person::window());
+    QStringList seen;
+    for (const QQuickItem *field : sight.fields()) {
+        seen << QStringLiteral("a field with \"%1\" and \"%2\" being composed")
+                    .arg(field->property("text").toString(),
+                         field->property("preeditText").toString());
+    }
+    for (const QQuickItem *control : sight.controls()) {
+        seen << control->objectName() + QLatin1Char(' ') + control->property("label").toString() +
+                    (control->property("isSelected").toBool() ? QStringLiteral(" (selected)")
+                                                              : QString());
+    }
+    return seen.join(QStringLiteral(", "));
+}
+
 } // namespace
 
 void Places::look(const Sight &sight)
@@ -106,7 +124,7 @@ void Round::showAllProjects()
         }
         rest();
     }
-    m_undone << QStringLiteral("not all projects are shown");
+    m_undone << QStringLiteral("not all projects are shown: %1").arg(seenOfProjects());
 }
 
 void Round::pullToTop()
