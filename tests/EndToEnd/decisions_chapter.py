@@ -96,5 +96,6 @@ def check_unanswered(console, what, shown, answer):
     """shown: the texts before the answer was sent."""
     screen = console.look_at_rest()
     check_equal(f"{what}: the texts, without a word of it", screen.texts(), shown)
-    check(f"{what}: the answer can be sent again", screen.has("button", SUBMIT))
+    check(f"{what}: the decision waits, and the answer can be sent again",
+          screen.has("button", SUBMIT) and screen.shows("Pending") and not screen.all("alert"))
     check_equal(f"{what}: the typed text", console.field_text(FIELD), answer)
